@@ -66,8 +66,11 @@ QString Format(double value, const QString &pattern)
         return CStr(value);
     QString text = QString::number(value, 'f', decimals);
     // A value that rounds to zero shows without a sign, as the original's Format did.
-    if (text.startsWith(QLatin1Char('-')) &&
-        QString(text).remove(QLatin1Char('-')).remove(QLatin1Char('0')).remove(QLatin1Char('.')).isEmpty())
+    if (text.startsWith(QLatin1Char('-')) && QString(text)
+                                                 .remove(QLatin1Char('-'))
+                                                 .remove(QLatin1Char('0'))
+                                                 .remove(QLatin1Char('.'))
+                                                 .isEmpty())
         text.remove(0, 1);
     return localise(text);
 }

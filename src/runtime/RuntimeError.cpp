@@ -2,13 +2,29 @@
 
 #include <QHash>
 
-RuntimeError::RuntimeError(int number) : RuntimeError(number, ErrorDescription(number)) {}
+RuntimeError::RuntimeError(int number) : RuntimeError(number, ErrorDescription(number))
+{}
+
+namespace {
+RuntimeError &lastError()
+{
+    static RuntimeError none(0, QString());
+    return none;
+}
+} // namespace
 
 RuntimeError::RuntimeError(int number, QString description)
     : m_number(number)
     , m_description(std::move(description))
     , m_what(QStringLiteral("Run-time error %1: %2").arg(number).arg(m_description).toUtf8())
 {
+    if (number != 0)
+        lastError() = *this;
+}
+
+const RuntimeError &Err()
+{
+    return lastError();
 }
 
 QString ErrorDescription(int number)
@@ -37,6 +53,7 @@ QString ErrorDescription(int number)
         {75, QStringLiteral("Path/File access error")},
         {76, QStringLiteral("Path not found")},
         {91, QStringLiteral("Object variable or With block variable not set")},
+        {380, QStringLiteral("Invalid property value")},
         {8002, QStringLiteral("Invalid port number")},
         {8005, QStringLiteral("Port already open")},
         {8010, QStringLiteral("The hardware is not available (locked by another device)")},
@@ -47,7 +64,8 @@ QString ErrorDescription(int number)
     };
     if (number == 0)
         return {};
-    return descriptions.value(number, QStringLiteral("Application-defined or object-defined error"));
+    return descriptions.value(number,
+                              QStringLiteral("Application-defined or object-defined error"));
 }
 
 void Raise(int number)

@@ -32,6 +32,7 @@ constexpr int DiskFull = 61;
 constexpr int PermissionDenied = 70;
 constexpr int PathFileAccess = 75;
 constexpr int PathNotFound = 76;
+constexpr int InvalidPropertyValue = 380;
 constexpr int InvalidPortNumber = 8002;
 constexpr int PortAlreadyOpen = 8005;
 constexpr int PortNotAvailable = 8010;
@@ -43,6 +44,9 @@ constexpr int CancelSelected = 32755;
 [[nodiscard]] QString ErrorDescription(int number);
 
 [[noreturn]] void Raise(int number);
+
+/// The last run-time error raised, as the original's Err object kept it; 0 before any.
+[[nodiscard]] const RuntimeError &Err();
 
 /// "Errors ignored statement by statement": runs one statement, swallowing a run-time error.
 template <typename Statement> void ignoreErrors(Statement &&statement)

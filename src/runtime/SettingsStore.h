@@ -6,8 +6,8 @@
 
 /// The per-user settings store: application, section, key, text value. Every call reads or
 /// writes the store anew, so that copies running side by side see each other's changes.
-[[nodiscard]] QString GetSetting(const QString &appName, const QString &section,
-                                 const QString &key, const QString &defaultValue = {});
+[[nodiscard]] QString GetSetting(const QString &appName, const QString &section, const QString &key,
+                                 const QString &defaultValue = {});
 void SaveSetting(const QString &appName, const QString &section, const QString &key,
                  const QString &value);
 /// Deletes one key, or the whole section when `key` is empty.

@@ -1,6 +1,8 @@
 #include "TestEnvironment.h"
+#include "runtime/Application.h"
 
 #include <QApplication>
+#include <QLocale>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -23,8 +25,11 @@ int main(int argc, char **argv)
     qputenv("XDG_RUNTIME_DIR", dir.path().toLocal8Bit());
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication app(argc, argv);
+    // The program's own application object, so that its top-level error handler is in force.
+    Application app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Ostrel MS"));
+    // Tests state their expectations in US English unless they switch the locale themselves.
+    QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedStates));
     ::testing::InitGoogleTest(&argc, argv);
     return RUN_ALL_TESTS();
 }

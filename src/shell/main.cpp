@@ -1,0 +1,18 @@
+#include "runtime/App.h"
+#include "runtime/Application.h"
+#include "runtime/RuntimeError.h"
+#include "view/frmMain.h"
+
+int main(int argc, char **argv)
+{
+    Application app(argc, argv);
+    try {
+        App::registerInstance();
+        frmMain window;
+        window.show();
+        window.openComPort();
+        return Application::exec();
+    } catch (const RuntimeError &error) {
+        Application::endByError(error);
+    }
+}

@@ -1,0 +1,146 @@
+#include "acquisition/SerialControl.h"
+
+#include "Pty.h"
+#include "acquisition/ComReceiver.h"
+#include "acquisition/ErrorRoute.h"
+#include "acquisition/LinkState.h"
+#include "acquisition/ReceiveRing.h"
+#include "runtime/RuntimeError.h"
+
+#include <QProcess>
+#include <QTest>
+#include <QTimer>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+/// COM 1 on a fresh pseudo-terminal, for the life of one test.
+class SerialControlTest : public ::testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        qputenv("OSTREL_COMPORTS", pty.slavePath().toLocal8Bit() + ",/dev/ostrel-no-such-port");
+        control.setRThreshold(50);
+        control.setInBufferSize(32000);
+        QObject::connect(&control, &SerialControl::OnComm,
+                         [this] { events.append(control.CommEvent()); });
+    }
+    void TearDown() override { qunsetenv("OSTREL_COMPORTS"); }
+
+    void open()
+    {
+        control.setCommPort(1);
+        control.setPortOpen(true);
+        ASSERT_TRUE(control.PortOpen());
+    }
+
+    Pty pty;
+    SerialControl control;
+    QList<int> events;
+};
+
+QByteArray everyByteValue()
+{
+    QByteArray bytes;
+    for (int i = 0; i < 256; ++i)
+        bytes += char(i);
+    return bytes;
+}
+
+} // namespace
+
+TEST_F(SerialControlTest, NoReceiveEventAt49BytesOneAt50)
+{
+    open();
+    ASSERT_TRUE(pty.write(QByteArray(49, 'x')));
+    waitFor([&] { return control.InBufferCount() == 49; });
+    QTest::qWait(100);
+    EXPECT_TRUE(events.isEmpty());
+    ASSERT_TRUE(pty.write("y"));
+    ASSERT_TRUE(waitFor([&] { return !events.isEmpty(); }));
+    EXPECT_EQ(events, QList<int>({SerialControl::kEventReceive}));
+    EXPECT_EQ(control.InBufferCount(), 50);
+}
+
+TEST_F(SerialControlTest, EveryByteValueArrivesIntact)
+{
+    open();
+    const QByteArray bytes = everyByteValue() + everyByteValue();
+    ASSERT_TRUE(pty.write(bytes));
+    ASSERT_TRUE(waitFor([&] { return control.InBufferCount() == bytes.size(); }));
+    EXPECT_EQ(control.Input(), bytes);
+    EXPECT_EQ(control.InBufferCount(), 0);
+}
+
+TEST_F(SerialControlTest, MissingDeviceRaises8002)
+{
+    control.setCommPort(2);
+    EXPECT_EQ(trapError([&] { control.setPortOpen(true); }), ErrorNumber::InvalidPortNumber);
+    control.setCommPort(7);
+    EXPECT_EQ(trapError([&] { control.setPortOpen(true); }), ErrorNumber::InvalidPortNumber)
+        << "a COM number with no device mapped";
+    EXPECT_FALSE(control.PortOpen());
+}
+
+TEST_F(SerialControlTest, PortHeldByAnotherProgramRaises8005)
+{
+    QProcess holder;
+    holder.start(QStringLiteral(PORT_HOLDER));
+    ASSERT_TRUE(holder.waitForReadyRead(10000));
+    ASSERT_EQ(holder.readLine().trimmed(), "0") << "the other program got the port";
+    control.setCommPort(1);
+    EXPECT_EQ(trapError([&] { control.setPortOpen(true); }), ErrorNumber::PortAlreadyOpen);
+    holder.closeWriteChannel();
+    ASSERT_TRUE(holder.waitForFinished(10000));
+    EXPECT_EQ(trapError([&] { control.setPortOpen(true); }), 0) << "free again once released";
+}
+
+TEST_F(SerialControlTest, BurstBeyondTheInputBufferRaises1008AndKeepsTheFirstBytes)
+{
+    control.setRThreshold(0);
+    open();
+    QByteArray burst;
+    for (int i = 0; burst.size() < 40000; ++i)
+        burst += everyByteValue();
+    for (qsizetype done = 0; done < burst.size(); done += 2000) {
+        ASSERT_TRUE(pty.write(burst.mid(done, 2000)));
+        QCoreApplication::processEvents();
+    }
+    ASSERT_TRUE(waitFor([&] { return events.contains(SerialControl::kEventRxOverflow); }));
+    EXPECT_EQ(control.InBufferCount(), 32000);
+    EXPECT_EQ(control.Input(), burst.left(32000));
+}
+
+TEST_F(SerialControlTest, ReceiverMovesBytesOnlyWhileTheDecoderIsIdle)
+{
+    struct : ErrorRoute
+    {
+        QList<qint32> codes;
+        void HandelError(qint32 code) override { codes.append(code); }
+    } route;
+    LinkState link;
+    ReceiveRing ring;
+    QTimer TimerProcess;
+    ComReceiver receiver(control, ring, link, route, TimerProcess);
+    open();
+
+    link.DataBusy = true;
+    ASSERT_TRUE(pty.write(QByteArray(60, 'a')));
+    ASSERT_TRUE(waitFor([&] { return link.ComDataSeen; }));
+    EXPECT_EQ(int(ring.ByteCount), 0) << "the bytes wait in the control";
+    EXPECT_FALSE(TimerProcess.isActive());
+
+    link.DataBusy = false;
+    ASSERT_TRUE(pty.write(QByteArray(50, 'b')));
+    ASSERT_TRUE(waitFor([&] { return ring.ByteCount == 110; }));
+    EXPECT_TRUE(TimerProcess.isActive());
+    EXPECT_EQ(control.InBufferCount(), 0);
+    EXPECT_TRUE(route.codes.isEmpty());
+
+    // A receive event with nothing held leaves the timer's countdown alone.
+    TimerProcess.stop();
+    receiver.ReceiveComData();
+    EXPECT_FALSE(TimerProcess.isActive());
+}

@@ -1,0 +1,106 @@
+#include "runtime/Application.h"
+#include "runtime/ComDlg.h"
+#include "runtime/Int16.h"
+#include "runtime/MsgBox.h"
+#include "runtime/RuntimeError.h"
+#include "runtime/ScriptedDialogs.h"
+
+#include <QTimer>
+
+#include <cstdio>
+#include <gtest/gtest.h>
+
+TEST(RuntimeErrors, IgnoredStatementsSkipOnlyTheFailingOne)
+{
+    int reached = 0;
+    ignoreErrors([&] { Raise(ErrorNumber::Overflow); });
+    ignoreErrors([&] { ++reached; });
+    ignoreErrors([&] {
+        Int16 counter = 32767;
+        ++counter;
+        ++reached; // not reached: the statement ends at the overflow
+    });
+    EXPECT_EQ(reached, 1);
+    EXPECT_EQ(Err().number(), ErrorNumber::Overflow) << "Err keeps the last error, as before";
+}
+
+TEST(RuntimeErrors, HandlerFormReadsTheNumber)
+{
+    EXPECT_EQ(trapError([] {}), 0);
+    EXPECT_EQ(trapError([] { Raise(ErrorNumber::PortAlreadyOpen); }), 8005);
+    EXPECT_THROW((void)trapError([] { throw std::logic_error("not a run-time error"); }),
+                 std::logic_error);
+}
+
+TEST(RuntimeErrors, EveryNumberHasOneLineAndZeroHasNone)
+{
+    EXPECT_EQ(ErrorDescription(0), QString());
+    EXPECT_EQ(ErrorDescription(6), "Overflow");
+    EXPECT_EQ(ErrorDescription(13), "Type mismatch");
+    EXPECT_EQ(ErrorDescription(32755), "Cancel was selected.");
+    for (int number : {1, 2, 1005, 8, -26, -23, 99999}) {
+        const QString text = ErrorDescription(number);
+        EXPECT_FALSE(text.isEmpty()) << number;
+        EXPECT_FALSE(text.contains('\n')) << number;
+    }
+}
+
+TEST(CommonDialog, CancelRaisesOnlyWithCancelError)
+{
+    ScriptedDialogs dialogs;
+    ComDlg dialog;
+    dialog.FileName = "kept.chd";
+    dialog.ShowOpen();
+    EXPECT_EQ(dialog.FileName, "kept.chd");
+    dialog.CancelError = true;
+    EXPECT_EQ(trapError([&] { dialog.ShowSave(); }), ErrorNumber::CancelSelected);
+
+    dialogs.files.push_back("/tmp/run 7");
+    dialog.DefaultExt = "chd";
+    dialog.ShowSave();
+    EXPECT_EQ(dialog.FileName, "/tmp/run 7.chd");
+    EXPECT_EQ(dialog.FileTitle, "run 7.chd");
+}
+
+TEST(MessageBoxes, ScriptedBackendRecordsWordsAndAnswers)
+{
+    ScriptedDialogs dialogs;
+    dialogs.answers.push_back(MsgBoxResult::No);
+    EXPECT_EQ(MsgBox("Save?", MsgBoxStyle::YesNoCancel | MsgBoxStyle::Question), MsgBoxResult::No);
+    EXPECT_EQ(MsgBox("Done", MsgBoxStyle::Exclamation, "ERROR!"), MsgBoxResult::Ok);
+    Beep();
+    ASSERT_EQ(dialogs.boxes.size(), 2);
+    EXPECT_EQ(dialogs.boxes[0].title, "Ostrel MS") << "an untitled box bears the program's title";
+    EXPECT_EQ(dialogs.boxes[0].icon(), MsgBoxStyle::Question);
+    EXPECT_EQ(dialogs.boxes[0].buttons(), MsgBoxStyle::YesNoCancel);
+    EXPECT_EQ(dialogs.boxes[1].title, "ERROR!");
+    EXPECT_EQ(dialogs.beeps, 1);
+}
+
+namespace {
+
+/// Raises from inside an event handler, as a timer tick of the program would.
+[[noreturn]] void endFromAnEvent()
+{
+    ScriptedDialogs dialogs;
+    dialogs.whileBoxShown = [](const ScriptedDialogs::Box &box) {
+        std::fprintf(stderr, "box:%s\n", qPrintable(QString(box.text).replace('\n', '|')));
+    };
+    Application::setFlushBeforeExit([] { std::fprintf(stderr, "flushed\n"); });
+    QTimer::singleShot(0, [] {
+        Int16 count = -32768;
+        --count;
+    });
+    for (;;)
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+}
+
+} // namespace
+
+TEST(TopLevelHandler, UncaughtErrorFlushesTheLogThenEndsWithItsNumber)
+{
+    // The test program runs under the program's own application object and its handler.
+    ASSERT_NE(dynamic_cast<Application *>(QCoreApplication::instance()), nullptr);
+    EXPECT_EXIT(endFromAnEvent(), testing::ExitedWithCode(1),
+                "flushed\n(.|\n)*box:Run-time error '6':\\|\\|Overflow");
+}
