@@ -1,0 +1,246 @@
+#include "chart/Quillchart.h"
+
+#include "chart/ChartAnnotations.h"
+#include "chart/ChartPalette.h"
+#include "chart/ChartRenderer.h"
+#include "chart/PlotGeometry.h"
+#include "chart/SampleStore.h"
+#include "runtime/RuntimeError.h"
+
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QRubberBand>
+
+#include <algorithm>
+#include <new>
+
+namespace {
+
+// Smallest spans a zoom may take: what the axis entries of the window still accept.
+constexpr float kMinUvSpan = 0.001f;
+constexpr float kMinCondSpan = 0.5f;
+// A drag shorter than this either way is a click, not a rectangle.
+constexpr int kMinDragPixels = 3;
+
+qint16 outOfMemory()
+{
+    return qint16(ErrorNumber::OutOfMemory);
+}
+
+} // namespace
+
+Quillchart::Quillchart(QWidget *parent)
+    : QWidget(parent)
+    , m_store(std::make_unique<SampleStore>())
+    , m_annotations(std::make_unique<ChartAnnotations>())
+    , m_renderer(std::make_unique<ChartRenderer>(*m_store, *m_annotations))
+    , m_geometry(std::make_unique<PlotGeometry>())
+    , m_rubberBand(new QRubberBand(QRubberBand::Rectangle, this))
+{
+    setAttribute(Qt::WA_OpaquePaintEvent);
+    setFocusPolicy(Qt::StrongFocus);
+}
+
+Quillchart::~Quillchart() = default;
+
+qint16 Quillchart::AddSample(float UV, float Conductivity)
+{
+    try {
+        m_store->append(UV, Conductivity);
+        return 0;
+    } catch (const std::bad_alloc &) {
+        return outOfMemory();
+    }
+}
+
+qint16 Quillchart::AddEventMark(const QString &Label, qint32 Color, qint16 Height, float Time)
+{
+    try {
+        m_annotations->addEventMark(Label, Color, Height, Time);
+        return 0;
+    } catch (const std::bad_alloc &) {
+        return outOfMemory();
+    }
+}
+
+qint16 Quillchart::AddMethodText(const QString &Text, float Time)
+{
+    try {
+        m_annotations->addMethodText(Text, Time);
+        return 0;
+    } catch (const std::bad_alloc &) {
+        return outOfMemory();
+    }
+}
+
+float Quillchart::GetLastTime() const
+{
+    const qint64 count = m_store->count();
+    return count == 0 ? 0.0f : float(SampleStore::timeOf(count - 1));
+}
+
+bool Quillchart::IsLastPointVisible() const
+{
+    const float last = GetLastTime();
+    return last >= m_axes.timeMin && last <= m_axes.timeMax;
+}
+
+void Quillchart::Redraw()
+{
+    render();
+    update();
+}
+
+void Quillchart::DrawNewData()
+{
+    const qreal ratio = devicePixelRatioF();
+    if (m_image.isNull() || m_image.size() != (QSizeF(size()) * ratio).toSize()) {
+        Redraw();
+        return;
+    }
+    const long long count = m_store->count();
+    QPainter painter(&m_image);
+    // The last sample drawn comes again, so that the trace joins on.
+    const long long first = count > m_drawnSamples ? std::max(m_drawnSamples - 1, 0LL) : count;
+    const QRect touched = m_renderer->paintAdded(painter, *m_geometry, first, m_drawnMarks,
+                                                 m_drawnMethodTexts, font());
+    m_drawnSamples = count;
+    m_drawnMarks = m_annotations->eventMarks().size();
+    m_drawnMethodTexts = m_annotations->methodTexts().size();
+    if (!touched.isEmpty())
+        update(QRectF(QPointF(touched.topLeft()) / ratio, QSizeF(touched.size()) / ratio)
+                   .toAlignedRect());
+}
+
+void Quillchart::render()
+{
+    const qreal ratio = devicePixelRatioF();
+    const QSize pixels = (QSizeF(size()) * ratio).toSize();
+    if (m_image.size() != pixels)
+        m_image = pixels.isEmpty() ? QImage() : QImage(pixels, QImage::Format_RGB32);
+    m_drawnSamples = m_store->count();
+    m_drawnMarks = m_annotations->eventMarks().size();
+    m_drawnMethodTexts = m_annotations->methodTexts().size();
+    if (m_image.isNull()) {
+        *m_geometry = PlotGeometry();
+        return;
+    }
+    m_image.setDevicePixelRatio(ratio);
+    QPainter painter(&m_image);
+    *m_geometry = m_renderer->paint(painter, QRectF(rect()), m_axes, m_title, font());
+}
+
+void Quillchart::paintEvent(QPaintEvent *)
+{
+    if (m_image.isNull() || m_image.size() != (QSizeF(size()) * devicePixelRatioF()).toSize())
+        render();
+    QPainter painter(this);
+    if (m_image.isNull())
+        painter.fillRect(rect(), ChartPalette::kBackground);
+    else
+        painter.drawImage(QPoint(0, 0), m_image);
+}
+
+void Quillchart::resizeEvent(QResizeEvent *)
+{
+    render();
+}
+
+QRect Quillchart::plotOnWidget() const
+{
+    const qreal ratio = m_image.isNull() ? 1.0 : m_image.devicePixelRatio();
+    const QRect &plot = m_geometry->plot();
+    return QRectF(QPointF(plot.topLeft()) / ratio, QSizeF(plot.size()) / ratio).toRect();
+}
+
+QRect Quillchart::dragRectangle(const QPoint &to) const
+{
+    // Built from the corners' extremes: QRect::normalized() shifts a reversed rectangle by one.
+    const QPoint topLeft(std::min(m_dragOrigin->x(), to.x()), std::min(m_dragOrigin->y(), to.y()));
+    const QPoint bottomRight(std::max(m_dragOrigin->x(), to.x()),
+                             std::max(m_dragOrigin->y(), to.y()));
+    return QRect(topLeft, bottomRight) & plotOnWidget();
+}
+
+void Quillchart::mousePressEvent(QMouseEvent *event)
+{
+    if (event->button() == Qt::RightButton) {
+        m_dragOrigin.reset();
+        m_rubberBand->hide();
+        leaveZoom();
+        return;
+    }
+    const QPoint at = event->position().toPoint();
+    if (event->button() != Qt::LeftButton || !m_geometry->isValid() || !plotOnWidget().contains(at))
+        return;
+    m_dragOrigin = at;
+    m_rubberBand->setGeometry(QRect(at, QSize()));
+    m_rubberBand->show();
+}
+
+void Quillchart::mouseMoveEvent(QMouseEvent *event)
+{
+    if (m_dragOrigin)
+        m_rubberBand->setGeometry(dragRectangle(event->position().toPoint()));
+}
+
+void Quillchart::mouseReleaseEvent(QMouseEvent *event)
+{
+    if (event->button() != Qt::LeftButton || !m_dragOrigin)
+        return;
+    const QRect chosen = dragRectangle(event->position().toPoint());
+    m_dragOrigin.reset();
+    m_rubberBand->hide();
+    if (chosen.width() >= kMinDragPixels && chosen.height() >= kMinDragPixels)
+        zoomTo(chosen);
+}
+
+void Quillchart::keyPressEvent(QKeyEvent *event)
+{
+    if (event->key() != Qt::Key_Escape) {
+        QWidget::keyPressEvent(event);
+        return;
+    }
+    if (m_dragOrigin) {
+        m_dragOrigin.reset();
+        m_rubberBand->hide();
+        return;
+    }
+    leaveZoom();
+}
+
+void Quillchart::zoomTo(const QRect &widgetRect)
+{
+    const qreal ratio = m_image.devicePixelRatio();
+    const QRectF device(
+        QPointF(widgetRect.topLeft()) * ratio,
+        QPointF(widgetRect.topLeft() + QPoint(widgetRect.width() - 1, widgetRect.height() - 1)) *
+            ratio);
+    ChartAxes zoomed;
+    zoomed.timeMin = float(m_geometry->timeAt(device.left()));
+    zoomed.timeMax = float(m_geometry->timeAt(device.right()));
+    zoomed.uvMax = float(m_geometry->uvAt(device.top()));
+    zoomed.uvMin = float(m_geometry->uvAt(device.bottom()));
+    zoomed.condMax = float(m_geometry->condAt(device.top()));
+    zoomed.condMin = float(m_geometry->condAt(device.bottom()));
+    if (zoomed.uvMax - zoomed.uvMin < kMinUvSpan ||
+        zoomed.condMax - zoomed.condMin < kMinCondSpan || !(zoomed.timeMax > zoomed.timeMin))
+        return;
+    if (!m_axesBeforeZoom)
+        m_axesBeforeZoom = m_axes;
+    m_axes = zoomed;
+    Redraw();
+    emit Zoomed(m_index, m_axes.timeMin, m_axes.timeMax, m_axes.uvMin, m_axes.uvMax, m_axes.condMin,
+                m_axes.condMax);
+}
+
+void Quillchart::leaveZoom()
+{
+    if (!m_axesBeforeZoom)
+        return;
+    m_axes = *m_axesBeforeZoom;
+    m_axesBeforeZoom.reset();
+    Redraw();
+    emit Unzoomed(m_index);
+}

@@ -1,0 +1,127 @@
+#include "chart/TracePainter.h"
+
+#include "chart/ChartPalette.h"
+#include "chart/PlotGeometry.h"
+#include "chart/SampleStore.h"
+
+#include <QLineF>
+#include <QPainter>
+#include <QPen>
+
+#include <algorithm>
+#include <cmath>
+#include <vector>
+
+namespace {
+
+struct Bar
+{
+    int top;
+    int bottom;
+};
+
+// Extent to bar, stretched so that it meets the bar before it: a steep edge shows no gap.
+template <typename RowOf>
+bool barOf(const Extent &extent, RowOf rowOf, const Bar *previous, Bar &bar)
+{
+    if (extent.isEmpty())
+        return false;
+    bar = Bar{rowOf(extent.max), rowOf(extent.min)};
+    if (previous) {
+        bar.bottom = std::max(bar.bottom, previous->top);
+        bar.top = std::min(bar.top, previous->bottom);
+    }
+    return true;
+}
+
+} // namespace
+
+TracePainter::TracePainter(const SampleStore &store, const PlotGeometry &geometry)
+    : m_store(store)
+    , m_geometry(geometry)
+{}
+
+QRect TracePainter::paint(QPainter &painter, long long first, long long last) const
+{
+    first = std::max(first, 0LL);
+    last = std::min(last, m_store.count() - 1);
+    if (!m_geometry.isValid() || first > last)
+        return {};
+    painter.save();
+    painter.setClipRect(m_geometry.plot());
+    painter.setRenderHint(QPainter::Antialiasing, false);
+    const bool dense = m_geometry.minutesPerColumn() * SampleStore::kSamplesPerMinute >= 1.0;
+    const QRect touched =
+        dense ? paintColumns(painter, first, last) : paintLines(painter, first, last);
+    painter.restore();
+    return touched;
+}
+
+QRect TracePainter::paintColumns(QPainter &painter, long long first, long long last) const
+{
+    const QRect &plot = m_geometry.plot();
+    const int from = std::max(m_geometry.columnOf(SampleStore::timeOf(first)), plot.left());
+    const int to = std::min(m_geometry.columnOf(SampleStore::timeOf(last)), plot.right());
+    if (from > to)
+        return {};
+    // One column more on the left, so the first bar can reach its neighbour.
+    std::vector<PairExtent> columns(std::size_t(to - from + 2));
+    m_store.columns(m_geometry.timeAt(from - 1.5), m_geometry.minutesPerColumn(), columns);
+
+    const auto drawTrace = [&](const QColor &color, Extent PairExtent::*channel, auto rowOf) {
+        Bar previous{};
+        bool hasPrevious = barOf(columns[0].*channel, rowOf, nullptr, previous);
+        for (std::size_t k = 1; k < columns.size(); ++k) {
+            Bar bar{};
+            if (!barOf(columns[k].*channel, rowOf, hasPrevious ? &previous : nullptr, bar)) {
+                hasPrevious = false;
+                continue;
+            }
+            painter.fillRect(QRect(from + int(k) - 1, bar.top, 1, bar.bottom - bar.top + 1), color);
+            previous = bar;
+            hasPrevious = true;
+        }
+    };
+    drawTrace(ChartPalette::kUv, &PairExtent::uv, [&](float v) { return m_geometry.uvRow(v); });
+    drawTrace(ChartPalette::kConductivity, &PairExtent::conductivity,
+              [&](float v) { return m_geometry.condRow(v); });
+    return QRect(from, plot.top(), to - from + 1, plot.height());
+}
+
+QRect TracePainter::paintLines(QPainter &painter, long long first, long long last) const
+{
+    const QRect &plot = m_geometry.plot();
+    // The samples just outside each edge carry the line up to the frame.
+    first = std::max(first, SampleStore::indexAtOrAfter(m_geometry.timeAt(plot.left())) - 1);
+    last = std::min(last, SampleStore::indexAtOrAfter(m_geometry.timeAt(plot.right())));
+    first = std::max(first, 0LL);
+    if (first >= last)
+        return {};
+
+    std::vector<QLineF> lines;
+    lines.reserve(std::size_t(last - first));
+    const auto drawTrace = [&](const QColor &color, float SamplePair::*channel, auto rowOf) {
+        lines.clear();
+        for (long long i = first; i < last; ++i) {
+            const float a = m_store.at(i).*channel;
+            const float b = m_store.at(i + 1).*channel;
+            if (std::isnan(a) || std::isnan(b))
+                continue;
+            lines.emplace_back(m_geometry.xOf(SampleStore::timeOf(i)), rowOf(a),
+                               m_geometry.xOf(SampleStore::timeOf(i + 1)), rowOf(b));
+        }
+        QPen pen(color, 1);
+        pen.setCosmetic(true);
+        painter.setPen(pen);
+        painter.drawLines(lines.data(), int(lines.size()));
+    };
+    drawTrace(ChartPalette::kUv, &SamplePair::uv, [&](float v) { return m_geometry.uvRow(v); });
+    drawTrace(ChartPalette::kConductivity, &SamplePair::conductivity,
+              [&](float v) { return m_geometry.condRow(v); });
+
+    const int left =
+        std::max(int(std::floor(m_geometry.xOf(SampleStore::timeOf(first)))), plot.left());
+    const int right =
+        std::min(int(std::ceil(m_geometry.xOf(SampleStore::timeOf(last)))), plot.right());
+    return left > right ? QRect() : QRect(left, plot.top(), right - left + 1, plot.height());
+}

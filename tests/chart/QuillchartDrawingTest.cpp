@@ -1,0 +1,192 @@
+#include "ChartImage.h"
+#include "chart/ChartAnnotations.h"
+#include "chart/ChartPalette.h"
+#include "chart/ChartRenderer.h"
+#include "chart/Quillchart.h"
+#include "chart/SampleStore.h"
+
+#include <QPainter>
+
+#include <cmath>
+#include <gtest/gtest.h>
+#include <limits>
+#include <set>
+
+namespace {
+
+constexpr QSize kChartSize(800, 500);
+
+std::set<int> rowsOf(const QList<QPoint> &pixels)
+{
+    std::set<int> rows;
+    for (const QPoint &p : pixels)
+        rows.insert(p.y());
+    return rows;
+}
+
+std::set<int> changedColumns(const QImage &before, const QImage &after)
+{
+    std::set<int> columns;
+    for (int y = 0; y < before.height(); ++y)
+        for (int x = 0; x < before.width(); ++x)
+            if (before.pixel(x, y) != after.pixel(x, y))
+                columns.insert(x);
+    return columns;
+}
+
+} // namespace
+
+TEST(QuillchartDrawing, ConstantUvAtHalfScaleDrawsOnlyTheMiddleRow)
+{
+    Quillchart chart;
+    chart.resize(kChartSize);
+    chart.setUvAxisMin(0.0f);
+    chart.setUvAxisMax(2.0f);
+    for (int i = 0; i < 2400; ++i)
+        chart.AddSample(1.0f, 100.0f);
+    chart.Redraw();
+    const QImage image = grabChart(chart);
+    const QRect plot = plotArea(image);
+    ASSERT_TRUE(plot.isValid());
+
+    const QList<QPoint> blue = pixelsOf(image, ChartPalette::kUv, plot);
+    ASSERT_FALSE(blue.isEmpty());
+    const std::set<int> rows = rowsOf(blue);
+    ASSERT_EQ(rows.size(), 1u);
+    // With an even number of rows either of the two middle ones is the middle.
+    EXPECT_LE(std::abs(*rows.begin() - (plot.top() + (plot.height() - 1) / 2.0)), 0.5);
+    // The trace runs from the first sample's column to the last one's, without a gap.
+    EXPECT_EQ(blue.size(), columnAt(plot, 2399.0 / 300, 0, 10) - plot.left() + 1);
+}
+
+TEST(QuillchartDrawing, OneSampleSpikeShowsInAFullDayView)
+{
+    for (const qint64 spikeAt : {qint64(250001), qint64(431999)}) {
+        SCOPED_TRACE(spikeAt);
+        Quillchart chart;
+        chart.resize(kChartSize);
+        chart.setTimeAxisMax(1440.0f);
+        for (qint64 i = 0; i < 432000; ++i)
+            chart.AddSample(i == spikeAt ? 1.5f : 0.1f, 50.0f);
+        chart.Redraw();
+        const QImage image = grabChart(chart);
+        const QRect plot = plotArea(image);
+        ASSERT_TRUE(plot.isValid());
+
+        const int x = columnAt(plot, spikeAt / 300.0, 0, 1440);
+        const int spikeRow = rowAt(plot, 1.5, -0.2, 2.0);
+        const QList<QPoint> top = pixelsOf(image, ChartPalette::kUv,
+                                           QRect(x - 1, plot.top(), 3, spikeRow + 2 - plot.top()));
+        EXPECT_FALSE(top.isEmpty());
+        const QList<QPoint> elsewhere = pixelsOf(image, ChartPalette::kUv,
+                                                 QRect(plot.left(), plot.top(), x - 1 - plot.left(),
+                                                       rowAt(plot, 0.2, -0.2, 2.0) - plot.top()));
+        EXPECT_TRUE(elsewhere.isEmpty());
+    }
+}
+
+TEST(QuillchartDrawing, MarkStandsAtTheColumnOfItsTime)
+{
+    const QColor green(0, 255, 0);
+    for (const float time : {0.0f, 2.5f, 7.3f, 10.0f}) {
+        SCOPED_TRACE(time);
+        Quillchart chart;
+        chart.resize(kChartSize);
+        chart.AddEventMark(QStringLiteral("1"), 0x00FF00, 10, time);
+        chart.Redraw();
+        const QImage image = grabChart(chart);
+        const QRect plot = plotArea(image);
+        const QList<QPoint> foot =
+            pixelsOf(image, green, QRect(plot.left(), plot.bottom(), plot.width(), 1));
+        ASSERT_EQ(foot.size(), 1);
+        EXPECT_EQ(foot[0].x(), columnAt(plot, time, 0, 10));
+    }
+}
+
+TEST(QuillchartDrawing, NegativeMarkHangsFromTheTopInItsColour)
+{
+    Quillchart chart;
+    chart.resize(kChartSize);
+    chart.AddEventMark(QStringLiteral("F"), 0x0000FF, -10, 5.0f);
+    chart.Redraw();
+    const QImage image = grabChart(chart);
+    const QRect plot = plotArea(image);
+    const QColor red(255, 0, 0);
+    EXPECT_EQ(pixelsOf(image, red, QRect(plot.left(), plot.top(), plot.width(), 1)).size() > 0,
+              true);
+    EXPECT_TRUE(pixelsOf(image, red, QRect(plot.left(), plot.bottom(), plot.width(), 1)).isEmpty());
+}
+
+TEST(QuillchartDrawing, DrawNewDataChangesOnlyTheColumnsOfTheNewSamples)
+{
+    // Full view draws column bars; the narrow zoom joins single samples with lines.
+    for (const auto &[from, to] : {std::pair{0.0f, 10.0f}, std::pair{3.9f, 4.1f}}) {
+        SCOPED_TRACE(from);
+        Quillchart chart;
+        chart.resize(kChartSize);
+        chart.setTimeAxisMin(from);
+        chart.setTimeAxisMax(to);
+        for (int i = 0; i < 1200; ++i)
+            chart.AddSample(0.5f + 0.3f * std::sin(i / 50.0f), 100.0f + i / 10.0f);
+        chart.Redraw();
+        chart.DrawNewData();
+        const QImage before = grabChart(chart);
+        for (int i = 0; i < 4; ++i)
+            chart.AddSample(1.8f, 400.0f);
+        chart.DrawNewData();
+        const QImage after = grabChart(chart);
+
+        const QRect plot = plotArea(after);
+        const std::set<int> changed = changedColumns(before, after);
+        ASSERT_FALSE(changed.empty());
+        EXPECT_GE(*changed.begin(), columnAt(plot, 1199 / 300.0, from, to) - 1);
+        EXPECT_LE(*changed.rbegin(), columnAt(plot, 1203 / 300.0, from, to) + 1);
+    }
+}
+
+TEST(QuillchartDrawing, NonFiniteAndOffScaleSamplesDoNotBreakTheTrace)
+{
+    const float nan = std::numeric_limits<float>::quiet_NaN();
+    const float inf = std::numeric_limits<float>::infinity();
+    Quillchart chart;
+    chart.resize(kChartSize);
+    for (int i = 0; i < 3000; ++i) {
+        const float odd = i % 3 == 0 ? nan : i % 3 == 1 ? inf : -5.0f;
+        chart.AddSample(i < 1500 ? odd : 1.0f, i < 1500 ? -odd : 250.0f);
+    }
+    chart.Redraw();
+    chart.AddSample(-inf, nan);
+    chart.DrawNewData();
+    const QImage image = grabChart(chart);
+    const QRect plot = plotArea(image);
+    ASSERT_TRUE(plot.isValid());
+    const int right = columnAt(plot, 2999 / 300.0, 0, 10);
+    const QRect secondHalf(QPoint(columnAt(plot, 5.0, 0, 10) + 1, plot.top()),
+                           QPoint(right - 1, plot.bottom()));
+    EXPECT_EQ(rowsOf(pixelsOf(image, ChartPalette::kUv, secondHalf)),
+              std::set<int>{rowAt(plot, 1.0, -0.2, 2.0)});
+    EXPECT_EQ(rowsOf(pixelsOf(image, ChartPalette::kConductivity, secondHalf)),
+              std::set<int>{rowAt(plot, 250.0, 0.0, 500.0)});
+}
+
+TEST(QuillchartDrawing, HiDpiImageKeepsTheTraceOneDevicePixelThick)
+{
+    SampleStore store;
+    ChartAnnotations annotations;
+    for (int i = 0; i <= 3000; ++i)
+        store.append(1.0f, 100.0f);
+    QImage image(QSize(1600, 1000), QImage::Format_RGB32);
+    image.setDevicePixelRatio(2.0);
+    QPainter painter(&image);
+    ChartAxes axes;
+    axes.uvMin = 0.0f;
+    const PlotGeometry geometry =
+        ChartRenderer(store, annotations).paint(painter, QRectF(0, 0, 800, 500), axes, {}, QFont());
+    painter.end();
+    image.setDevicePixelRatio(1.0);
+    EXPECT_EQ(plotArea(image), geometry.plot());
+    EXPECT_GT(geometry.plot().width(), 1300);
+    const QList<QPoint> blue = pixelsOf(image, ChartPalette::kUv, geometry.plot());
+    EXPECT_EQ(rowsOf(blue), std::set<int>{geometry.uvRow(1.0)});
+    EXPECT_EQ(blue.size(), geometry.plot().width());
+}
