@@ -13,11 +13,15 @@ SampleStore::SampleStore()
 
 void SampleStore::append(float uv, float conductivity)
 {
-    reserveFor(count() + 1);
     const SamplePair pair{uv, conductivity};
+    const qint64 newCount = count() + 1;
+    // Only a sample that closes a block touches the levels; otherwise the one allocation that
+    // may happen is the sample chunk's, before anything changes.
+    if (newCount % kFanOut == 0)
+        reserveFor(newCount);
     m_samples.append(pair);
     m_open[0].include(pair);
-    if (m_samples.size() % kFanOut == 0)
+    if (newCount % kFanOut == 0)
         closeBlock(0);
 }
 

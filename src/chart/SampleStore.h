@@ -14,13 +14,12 @@ struct Extent
     float min = std::numeric_limits<float>::infinity();
     float max = -std::numeric_limits<float>::infinity();
 
-    // NaN compares false both ways, so it never widens an extent.
+    // NaN compares false both ways, so it never widens an extent. Written as selects so that
+    // noisy data cost no mispredicted branches.
     void include(float value)
     {
-        if (value < min)
-            min = value;
-        if (value > max)
-            max = value;
+        min = value < min ? value : min;
+        max = value > max ? value : max;
     }
     void include(const Extent &other)
     {
