@@ -87,34 +87,25 @@ TEST(QuillchartDrawing, OneSampleSpikeShowsInAFullDayView)
 
 TEST(QuillchartDrawing, MarkStandsAtTheColumnOfItsTime)
 {
+    // A positive height rises from the time axis, a negative one hangs from the top.
     const QColor green(0, 255, 0);
-    for (const float time : {0.0f, 2.5f, 7.3f, 10.0f}) {
+    for (const auto &[time, height] : {std::pair{0.0f, 10}, {2.5f, 10}, {7.3f, -10}, {10.0f, 60}}) {
         SCOPED_TRACE(time);
         Quillchart chart;
         chart.resize(kChartSize);
-        chart.AddEventMark(QStringLiteral("1"), 0x00FF00, 10, time);
+        chart.AddEventMark(QStringLiteral("1"), 0x00FF00, qint16(height), time);
         chart.Redraw();
         const QImage image = grabChart(chart);
         const QRect plot = plotArea(image);
-        const QList<QPoint> foot =
-            pixelsOf(image, green, QRect(plot.left(), plot.bottom(), plot.width(), 1));
-        ASSERT_EQ(foot.size(), 1);
-        EXPECT_EQ(foot[0].x(), columnAt(plot, time, 0, 10));
+        const int foot = height > 0 ? plot.bottom() : plot.top();
+        const QList<QPoint> found =
+            pixelsOf(image, green, QRect(plot.left(), foot, plot.width(), 1));
+        ASSERT_EQ(found.size(), 1);
+        EXPECT_EQ(found[0].x(), columnAt(plot, time, 0, 10));
+        const int otherEnd = height > 0 ? plot.top() : plot.bottom();
+        EXPECT_TRUE(
+            pixelsOf(image, green, QRect(plot.left(), otherEnd, plot.width(), 1)).isEmpty());
     }
-}
-
-TEST(QuillchartDrawing, NegativeMarkHangsFromTheTopInItsColour)
-{
-    Quillchart chart;
-    chart.resize(kChartSize);
-    chart.AddEventMark(QStringLiteral("F"), 0x0000FF, -10, 5.0f);
-    chart.Redraw();
-    const QImage image = grabChart(chart);
-    const QRect plot = plotArea(image);
-    const QColor red(255, 0, 0);
-    EXPECT_EQ(pixelsOf(image, red, QRect(plot.left(), plot.top(), plot.width(), 1)).size() > 0,
-              true);
-    EXPECT_TRUE(pixelsOf(image, red, QRect(plot.left(), plot.bottom(), plot.width(), 1)).isEmpty());
 }
 
 TEST(QuillchartDrawing, DrawNewDataChangesOnlyTheColumnsOfTheNewSamples)
@@ -142,6 +133,26 @@ TEST(QuillchartDrawing, DrawNewDataChangesOnlyTheColumnsOfTheNewSamples)
         EXPECT_GE(*changed.begin(), columnAt(plot, 1199 / 300.0, from, to) - 1);
         EXPECT_LE(*changed.rbegin(), columnAt(plot, 1203 / 300.0, from, to) + 1);
     }
+}
+
+TEST(QuillchartDrawing, DrawNewDataAddsTheMarksAndMethodTextsThatCameSince)
+{
+    Quillchart chart;
+    chart.resize(kChartSize);
+    for (int i = 0; i < 600; ++i)
+        chart.AddSample(0.3f, 100.0f);
+    chart.Redraw();
+    const QImage before = grabChart(chart);
+    chart.AddEventMark(QStringLiteral("7"), 0x00FF00, 30, chart.GetLastTime());
+    chart.AddMethodText(QStringLiteral("Step 1\r\n"), 1.0f);
+    chart.DrawNewData();
+    const QImage after = grabChart(chart);
+
+    const QRect plot = plotArea(after);
+    const int x = columnAt(plot, chart.GetLastTime(), 0, 10);
+    EXPECT_EQ(pixelsOf(after, QColor(0, 255, 0), QRect(x, plot.bottom(), 1, 1)).size(), 1);
+    const std::set<int> changed = changedColumns(before, after);
+    EXPECT_TRUE(changed.contains(columnAt(plot, 1.0, 0, 10)));
 }
 
 TEST(QuillchartDrawing, NonFiniteAndOffScaleSamplesDoNotBreakTheTrace)
