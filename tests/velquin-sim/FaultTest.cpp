@@ -1,0 +1,129 @@
+#include "SimStream.h"
+
+#include <algorithm>
+#include <gtest/gtest.h>
+
+using namespace VelquinSim;
+
+namespace {
+
+Scenario withFaults(const QStringList &specs, InstrumentKind kind = InstrumentKind::Status)
+{
+    Scenario scenario = shortScenario(kind);
+    for (const QString &spec : specs) {
+        QString error;
+        const std::optional<Fault> fault = Fault::parse(spec, &error);
+        EXPECT_TRUE(fault) << error.toStdString();
+        if (fault)
+            scenario.faults.append(*fault);
+    }
+    return scenario;
+}
+
+QList<SimBlock> faultBlocks(const SimStream &stream)
+{
+    QList<SimBlock> found;
+    for (const SimBlock &block : stream.blocks) {
+        if (!block.fault.isEmpty())
+            found.append(block);
+    }
+    return found;
+}
+
+QList<double> sampleValues(const SimStream &stream)
+{
+    QList<double> values;
+    for (const SimBlock &block : stream.blocks) {
+        if (QByteArrayLiteral("UVC").contains(char(block.type)))
+            values.append(block.value);
+    }
+    return values;
+}
+
+} // namespace
+
+TEST(Faults, InjectedBytesLeaveTheTracesAlone)
+{
+    const SimStream clean = SimStream::play(shortScenario(InstrumentKind::Status));
+    const SimStream faulty =
+        SimStream::play(withFaults({"garbage@7:20", "unknown@9", "param@11:H:7", "midblock:2"}));
+    EXPECT_EQ(sampleValues(faulty), sampleValues(clean));
+    EXPECT_EQ(faulty.bytes.size(), clean.bytes.size() - 2 + 20 + 6 + 3);
+}
+
+TEST(Faults, EachFaultPutsItsOwnBytesOnTheLine)
+{
+    const SimStream stream = SimStream::play(
+        withFaults({"midblock:4", "garbage@7:20", "unknown@9:0x20", "param@11:R:9"}));
+    const QList<SimBlock> faults = faultBlocks(stream);
+    ASSERT_EQ(faults.size(), 4);
+
+    EXPECT_EQ(faults.at(0).fault, QStringLiteral("midblock:4"));
+    EXPECT_EQ(faults.at(0).offset, 0);
+    EXPECT_EQ(faults.at(0).bytes.size(), 2);
+    EXPECT_EQ(stream.bytes.at(2), char(0x96)) << "the next block starts whole";
+
+    const SimBlock &garbage = faults.at(1);
+    EXPECT_EQ(garbage.bytes.size(), 20);
+    EXPECT_FALSE(garbage.bytes.contains(char(0x96)));
+    EXPECT_GE(garbage.time, 7.0);
+    EXPECT_EQ(stream.bytes.at(garbage.offset + 20), char(0x96)) << "junk lies between blocks";
+
+    const SimBlock &unknown = faults.at(2);
+    EXPECT_EQ(unknown.bytes.left(2), QByteArray("\x96\x20"));
+    EXPECT_EQ(unknown.bytes.size(), 6);
+    EXPECT_FALSE(unknown.bytes.mid(1).contains(char(0x96)));
+
+    EXPECT_EQ(faults.at(3).bytes, QByteArray::fromHex("965209"));
+}
+
+TEST(Faults, Chance96HidesASyncAndAVInsideASample)
+{
+    const SimStream clean = SimStream::play(shortScenario(InstrumentKind::Letters));
+    const SimStream stream = SimStream::play(withFaults({"chance96@3"}, InstrumentKind::Letters));
+    const auto isFault = [](const SimBlock &b) { return !b.fault.isEmpty(); };
+    const auto found = std::find_if(stream.blocks.begin(), stream.blocks.end(), isFault);
+    ASSERT_NE(found, stream.blocks.end());
+    EXPECT_EQ(std::count_if(stream.blocks.begin(), stream.blocks.end(), isFault), 1);
+    const SimBlock &sample = *found;
+    const qsizetype index = found - stream.blocks.begin();
+    EXPECT_EQ(sample.type, 'U');
+    EXPECT_EQ(sample.bytes.mid(4), QByteArray("\x96V"));
+    EXPECT_EQ(SimBlock::floatFromBytes(sample.bytes.mid(2)), float(sample.value));
+    EXPECT_NEAR(sample.value, clean.blocks.at(index).value, 0.01 * clean.blocks.at(index).value);
+    EXPECT_EQ(stream.bytes.size(), clean.bytes.size());
+}
+
+TEST(Faults, SilenceDropsEverythingThenTheInstrumentRunsOn)
+{
+    const SimStream stream = SimStream::play(withFaults({"silence@10:6"}));
+    qint64 lastPair = -1;
+    for (const SimBlock &block : stream.blocks) {
+        if (block.fault.startsWith(QLatin1String("silence"))) {
+            EXPECT_TRUE(block.bytes.isEmpty());
+            EXPECT_EQ(block.time, 10.0);
+            continue;
+        }
+        EXPECT_FALSE(block.time >= 10.0 && block.time < 16.0) << block.time;
+        if (block.type == 'C') {
+            EXPECT_EQ(block.pair, lastPair == 49 ? 80 : lastPair + 1);
+            lastPair = block.pair;
+        }
+    }
+}
+
+TEST(Faults, BurstSendsExtraPairsAllAtOnce)
+{
+    const SimStream clean = SimStream::play(shortScenario(InstrumentKind::Status));
+    const SimStream stream = SimStream::play(withFaults({"burst@4:40"}));
+    int burst = 0;
+    for (const SimBlock &block : stream.blocks) {
+        if (block.burst) {
+            ++burst;
+            EXPECT_EQ(block.time, 4.0);
+        }
+    }
+    EXPECT_EQ(burst, 80);
+    EXPECT_EQ(stream.ofType('C').size(), clean.ofType('C').size() + 40);
+    EXPECT_EQ(stream.ofType('C').last().pair, clean.ofType('C').last().pair + 40);
+}

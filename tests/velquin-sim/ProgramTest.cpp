@@ -1,0 +1,141 @@
+#include "TestEnvironment.h"
+
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+#include <QRegularExpression>
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <poll.h>
+#include <unistd.h>
+
+namespace {
+
+const QString kProgram = QStringLiteral(OSTREL_BINARY_DIR "/tools/velquin-sim/velquin-sim");
+
+const QStringList kScenario = {"--runs", "1", "--run-minutes", "0.3",        "--idle-seconds", "2",
+                               "--seed", "3", "--fault",       "garbage@4:5"};
+
+QByteArray runToFile(const QStringList &extra)
+{
+    const QString out = testHome() + QStringLiteral("/stream.bin");
+    QProcess sim;
+    sim.start(kProgram, kScenario + extra + QStringList{"--speed", "0", "--out", out});
+    EXPECT_TRUE(sim.waitForFinished(20000));
+    EXPECT_EQ(sim.exitCode(), 0) << sim.readAllStandardError().toStdString();
+    QFile file(out);
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+    return file.readAll();
+}
+
+} // namespace
+
+TEST(Program, PtyDeliversTheSameBytesAsTheFileUntranslated)
+{
+    const QByteArray expected = runToFile({});
+    ASSERT_GT(expected.size(), 1000);
+    ASSERT_TRUE(expected.contains("\r\n")) << "the method text tests raw mode";
+
+    QProcess sim;
+    sim.start(kProgram, kScenario + QStringList{"--speed", "0", "--pty"});
+    ASSERT_TRUE(sim.waitForReadyRead(10000));
+    const QByteArray path = sim.readLine().trimmed();
+    ASSERT_TRUE(path.startsWith("/dev/pts/")) << path.toStdString();
+    const int fd = ::open(path.constData(), O_RDONLY | O_NOCTTY | O_NONBLOCK);
+    ASSERT_GE(fd, 0);
+    QByteArray received;
+    char buffer[4096];
+    while (received.size() < expected.size()) {
+        pollfd ready{fd, POLLIN, 0};
+        if (::poll(&ready, 1, 10000) <= 0)
+            break;
+        const ssize_t got = ::read(fd, buffer, sizeof buffer);
+        if (got <= 0)
+            break;
+        received.append(buffer, got);
+    }
+    ::close(fd);
+    EXPECT_TRUE(sim.waitForFinished(10000));
+    EXPECT_EQ(sim.exitCode(), 0);
+    ASSERT_EQ(received.size(), expected.size());
+    for (qsizetype i = 0; i < received.size(); ++i)
+        ASSERT_EQ(received.at(i), expected.at(i)) << "at " << i;
+}
+
+TEST(Program, ManifestRecordsEveryByteWithItsPair)
+{
+    const QString manifest = testHome() + QStringLiteral("/manifest.json");
+    const QByteArray bytes = runToFile({"--manifest", manifest});
+    QFile file(manifest);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    QJsonParseError error;
+    const QJsonObject document = QJsonDocument::fromJson(file.readAll(), &error).object();
+    ASSERT_EQ(error.error, QJsonParseError::NoError) << error.errorString().toStdString();
+    EXPECT_EQ(document.value("scenario").toObject().value("seed").toInt(), 3);
+
+    QByteArray joined;
+    int pairs = 0;
+    int garbage = 0;
+    for (const QJsonValue &value : document.value("blocks").toArray()) {
+        const QJsonObject block = value.toObject();
+        EXPECT_EQ(block.value("offset").toInteger(), joined.size());
+        joined += QByteArray::fromHex(block.value("hex").toString().toLatin1());
+        if (block.value("type").toString() == QLatin1String("C")) {
+            EXPECT_EQ(block.value("pair").toInt(), pairs++);
+        }
+        garbage += block.value("fault").toString().startsWith(QLatin1String("garbage@4"));
+    }
+    EXPECT_EQ(joined, bytes);
+    EXPECT_EQ(garbage, 1);
+    EXPECT_GT(pairs, 5 * 18);
+}
+
+TEST(Program, HelpGivesAWholeExampleForEveryOption)
+{
+    QProcess sim;
+    sim.start(kProgram, {"--help"});
+    ASSERT_TRUE(sim.waitForFinished(10000));
+    const QString help =
+        QString::fromUtf8(sim.readAllStandardOutput()).simplified().replace(" ,", ",");
+    for (const char *example : {"--kind letters",
+                                "--runs 3",
+                                "--run-minutes 2.5",
+                                "--idle-seconds 5",
+                                "--events 5",
+                                "--labels 2",
+                                "--pauses 2",
+                                "--pause-seconds 30",
+                                "--holds 0",
+                                "--hold-seconds 10",
+                                "--cond-letter D",
+                                "--speed 10",
+                                "--seed 42",
+                                "--fault unknown@12:0x47",
+                                "--scenario demo.json",
+                                "--out run.bin --speed 0",
+                                "--device /dev/ttyUSB0",
+                                "--manifest run.json",
+                                "--no-pen",
+                                "--pty"}) {
+        EXPECT_TRUE(help.contains(QStringLiteral("Example: ") + QString::fromLatin1(example)))
+            << example;
+    }
+}
+
+TEST(Program, MistakesEndWithAReasonAndNoBytes)
+{
+    for (const QStringList &arguments :
+         {QStringList{"--kind", "fancy"}, QStringList{"--fault", "garbage@x"},
+          QStringList{"--runs", "1.5"}, QStringList{"--out", "a", "--device", "b"},
+          QStringList{"--cond-letter", "E"}}) {
+        QProcess sim;
+        sim.start(kProgram, arguments);
+        ASSERT_TRUE(sim.waitForFinished(10000));
+        EXPECT_EQ(sim.exitCode(), 2) << arguments.join(' ').toStdString();
+        EXPECT_TRUE(sim.readAllStandardOutput().isEmpty());
+        EXPECT_TRUE(sim.readAllStandardError().startsWith("velquin-sim: "));
+    }
+}
