@@ -9,10 +9,3 @@ void ChartAnnotations::addMethodText(const QString &text, float time)
 {
     m_methodTexts.push_back(MethodText{text, time});
 }
-
-void ChartAnnotations::clear()
-{
-    m_marks.clear();
-    m_methodTexts.clear();
-    m_notes.clear();
-}

@@ -26,7 +26,6 @@ public:
     /// Both throw std::bad_alloc when nothing more can be held; nothing changes then.
     void addEventMark(const QString &label, qint32 color, qint16 height, float time);
     void addMethodText(const QString &text, float time);
-    void clear();
 
     [[nodiscard]] const std::vector<EventMark> &eventMarks() const { return m_marks; }
     [[nodiscard]] const std::vector<MethodText> &methodTexts() const { return m_methodTexts; }

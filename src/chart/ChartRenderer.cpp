@@ -237,9 +237,9 @@ PlotGeometry ChartRenderer::paint(QPainter &painter, const QRectF &rect, const C
     return geometry;
 }
 
-QRect ChartRenderer::paintAdded(QPainter &painter, const PlotGeometry &geometry,
-                                long long firstSample, std::size_t firstMark,
-                                std::size_t firstMethodText, const QFont &font) const
+QRect ChartRenderer::paintAdded(QPainter &painter, const PlotGeometry &geometry, qint64 firstSample,
+                                std::size_t firstMark, std::size_t firstMethodText,
+                                const QFont &font) const
 {
     const DevicePixels device(painter);
     QRect touched =

@@ -4,6 +4,7 @@
 
 #include <QFont>
 #include <QString>
+#include <QtGlobal>
 
 #include <cstddef>
 
@@ -30,7 +31,7 @@ public:
     /// Paints, over an earlier `paint` with `geometry`, the samples from `firstSample` on and
     /// the marks and method texts from the given positions on. Answers the device pixels
     /// touched.
-    QRect paintAdded(QPainter &painter, const PlotGeometry &geometry, long long firstSample,
+    QRect paintAdded(QPainter &painter, const PlotGeometry &geometry, qint64 firstSample,
                      std::size_t firstMark, std::size_t firstMethodText, const QFont &font) const;
 
 private:

@@ -32,12 +32,6 @@ public:
     }
     [[nodiscard]] qint64 size() const { return m_size; }
 
-    void clear()
-    {
-        m_chunks.clear();
-        m_size = 0;
-    }
-
 private:
     static constexpr qint64 kMask = kChunkSize - 1;
 

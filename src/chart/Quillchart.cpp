@@ -99,10 +99,10 @@ void Quillchart::DrawNewData()
         Redraw();
         return;
     }
-    const long long count = m_store->count();
+    const qint64 count = m_store->count();
     QPainter painter(&m_image);
     // The last sample drawn comes again, so that the trace joins on.
-    const long long first = count > m_drawnSamples ? std::max(m_drawnSamples - 1, 0LL) : count;
+    const qint64 first = count > m_drawnSamples ? std::max(m_drawnSamples - 1, qint64(0)) : count;
     const QRect touched = m_renderer->paintAdded(painter, *m_geometry, first, m_drawnMarks,
                                                  m_drawnMethodTexts, font());
     m_drawnSamples = count;

@@ -92,7 +92,7 @@ private:
     // The backing image and what has been painted on it.
     QImage m_image;
     std::unique_ptr<PlotGeometry> m_geometry;
-    long long m_drawnSamples = 0;
+    qint64 m_drawnSamples = 0;
     std::size_t m_drawnMarks = 0;
     std::size_t m_drawnMethodTexts = 0;
 

@@ -25,13 +25,6 @@ void SampleStore::append(float uv, float conductivity)
         closeBlock(0);
 }
 
-void SampleStore::clear()
-{
-    m_samples.clear();
-    m_levels.clear();
-    m_open.assign(1, PairExtent{});
-}
-
 qint64 SampleStore::indexAtOrAfter(double minutes)
 {
     // The tolerance keeps a boundary that lands on a sample, give or take rounding, on it.

@@ -68,7 +68,6 @@ public:
 
     /// Throws std::bad_alloc when no chunk can be had; the store is unchanged then.
     void append(float uv, float conductivity);
-    void clear();
 
     [[nodiscard]] qint64 count() const { return m_samples.size(); }
     [[nodiscard]] const SamplePair &at(qint64 index) const { return m_samples[index]; }

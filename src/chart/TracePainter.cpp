@@ -41,9 +41,9 @@ TracePainter::TracePainter(const SampleStore &store, const PlotGeometry &geometr
     , m_geometry(geometry)
 {}
 
-QRect TracePainter::paint(QPainter &painter, long long first, long long last) const
+QRect TracePainter::paint(QPainter &painter, qint64 first, qint64 last) const
 {
-    first = std::max(first, 0LL);
+    first = std::max(first, qint64(0));
     last = std::min(last, m_store.count() - 1);
     if (!m_geometry.isValid() || first > last)
         return {};
@@ -57,7 +57,7 @@ QRect TracePainter::paint(QPainter &painter, long long first, long long last) co
     return touched;
 }
 
-QRect TracePainter::paintColumns(QPainter &painter, long long first, long long last) const
+QRect TracePainter::paintColumns(QPainter &painter, qint64 first, qint64 last) const
 {
     const QRect &plot = m_geometry.plot();
     const int from = std::max(m_geometry.columnOf(SampleStore::timeOf(first)), plot.left());
@@ -88,13 +88,13 @@ QRect TracePainter::paintColumns(QPainter &painter, long long first, long long l
     return QRect(from, plot.top(), to - from + 1, plot.height());
 }
 
-QRect TracePainter::paintLines(QPainter &painter, long long first, long long last) const
+QRect TracePainter::paintLines(QPainter &painter, qint64 first, qint64 last) const
 {
     const QRect &plot = m_geometry.plot();
     // The samples just outside each edge carry the line up to the frame.
     first = std::max(first, SampleStore::indexAtOrAfter(m_geometry.timeAt(plot.left())) - 1);
     last = std::min(last, SampleStore::indexAtOrAfter(m_geometry.timeAt(plot.right())));
-    first = std::max(first, 0LL);
+    first = std::max(first, qint64(0));
     if (first >= last)
         return {};
 
@@ -102,7 +102,7 @@ QRect TracePainter::paintLines(QPainter &painter, long long first, long long las
     lines.reserve(std::size_t(last - first));
     const auto drawTrace = [&](const QColor &color, float SamplePair::*channel, auto rowOf) {
         lines.clear();
-        for (long long i = first; i < last; ++i) {
+        for (qint64 i = first; i < last; ++i) {
             const float a = m_store.at(i).*channel;
             const float b = m_store.at(i + 1).*channel;
             if (std::isnan(a) || std::isnan(b))

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QtGlobal>
+
 class PlotGeometry;
 class QPainter;
 class QRect;
@@ -18,11 +20,11 @@ public:
 
     /// Draws the samples [first, last] where they fall inside the plot and answers the part of
     /// the plot that was touched (empty when none).
-    QRect paint(QPainter &painter, long long first, long long last) const;
+    QRect paint(QPainter &painter, qint64 first, qint64 last) const;
 
 private:
-    QRect paintColumns(QPainter &painter, long long first, long long last) const;
-    QRect paintLines(QPainter &painter, long long first, long long last) const;
+    QRect paintColumns(QPainter &painter, qint64 first, qint64 last) const;
+    QRect paintLines(QPainter &painter, qint64 first, qint64 last) const;
 
     const SampleStore &m_store;
     const PlotGeometry &m_geometry;
