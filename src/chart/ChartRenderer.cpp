@@ -1,11 +1,10 @@
 #include "chart/ChartRenderer.h"
 
-#include "chart/AxisTicks.h"
 #include "chart/ChartAnnotations.h"
+#include "chart/ChartFrame.h"
 #include "chart/ChartPalette.h"
 #include "chart/SampleStore.h"
 #include "chart/TracePainter.h"
-#include "runtime/Numbers.h"
 
 #include <QFontMetrics>
 #include <QPainter>
@@ -13,13 +12,10 @@
 
 #include <algorithm>
 #include <cmath>
-#include <vector>
 
 namespace {
 
 // Measures in pixels of a 96-dpi screen, scaled to the device.
-constexpr qreal kPadding = 6;
-constexpr qreal kTickLength = 4;
 constexpr qreal kMarkLabelPadding = 2;
 constexpr qreal kMethodMarkSize = 5;
 
@@ -44,10 +40,6 @@ public:
         return QRectF(logical.topLeft() * m_ratio, logical.size() * m_ratio).toAlignedRect();
     }
     [[nodiscard]] qreal unit() const { return m_unit; }
-    [[nodiscard]] int length(qreal screenPixels) const
-    {
-        return std::max(1, int(std::lround(screenPixels * m_unit)));
-    }
     [[nodiscard]] QFont font(const QFont &base) const
     {
         QFont font = base;
@@ -67,22 +59,6 @@ QColor colorOf(qint32 bgr)
 {
     return QColor(bgr & 0xFF, (bgr >> 8) & 0xFF, (bgr >> 16) & 0xFF);
 }
-
-int widestLabel(const QFontMetrics &metrics, const std::vector<double> &ticks,
-                const QString &pattern)
-{
-    int widest = 0;
-    for (const double tick : ticks)
-        widest = std::max(widest, metrics.horizontalAdvance(Format(tick, pattern)));
-    return widest;
-}
-
-struct AxisTickSet
-{
-    std::vector<double> uv;
-    std::vector<double> cond;
-    std::vector<double> time;
-};
 
 // A mark stands on the time axis and rises by Height percent of the plot; a negative Height
 // hangs it from the top instead.
@@ -143,98 +119,13 @@ PlotGeometry ChartRenderer::paint(QPainter &painter, const QRectF &rect, const C
                                   const QString &title, const QFont &baseFont) const
 {
     const DevicePixels device(painter);
-    const QRect area = device.map(rect);
-    painter.fillRect(area, ChartPalette::kBackground);
     const QFont font = device.font(baseFont);
-    const QFontMetrics metrics(font);
-    const int padding = device.length(kPadding);
-    const int tick = device.length(kTickLength);
-    const int lineHeight = metrics.height();
-
-    // Title row on top; time labels and the time caption below.
-    const int top = area.top() + 2 * padding + lineHeight;
-    const int bottom = area.bottom() - padding - 2 * lineHeight - tick;
-    const int valueTicks = std::max(1, (bottom - top) / (2 * lineHeight));
-    AxisTickSet ticks;
-    ticks.uv = AxisTicks::ticks(axes.uvMin, axes.uvMax,
-                                AxisTicks::roundStep(double(axes.uvMax) - axes.uvMin, valueTicks));
-    ticks.cond =
-        AxisTicks::ticks(axes.condMin, axes.condMax,
-                         AxisTicks::roundStep(double(axes.condMax) - axes.condMin, valueTicks));
-    const QString uvPattern = QStringLiteral("0.000");
-    const QString condPattern = QStringLiteral("0.0");
-    const int left = area.left() + 2 * padding + widestLabel(metrics, ticks.uv, uvPattern) + tick;
-    const int right =
-        area.right() - 2 * padding - widestLabel(metrics, ticks.cond, condPattern) - tick;
-    const PlotGeometry geometry(QRect(QPoint(left, top), QPoint(right, bottom)), axes);
-    const QRect &plot = geometry.plot();
-
-    QFont titleFont = font;
-    titleFont.setBold(true);
-    painter.setFont(titleFont);
-    painter.setPen(ChartPalette::kText);
-    const QRect titleRow(area.left(), area.top() + padding, area.width(), lineHeight);
-    painter.drawText(titleRow, Qt::AlignHCenter | Qt::AlignVCenter, title);
-    if (!geometry.isValid())
-        return geometry;
-
-    const int timeLabelWidth =
-        std::max(metrics.horizontalAdvance(Format(axes.timeMin, condPattern)),
-                 metrics.horizontalAdvance(Format(axes.timeMax, condPattern)));
-    ticks.time = AxisTicks::ticks(
-        axes.timeMin, axes.timeMax,
-        AxisTicks::roundStep(double(axes.timeMax) - axes.timeMin,
-                             std::max(1, plot.width() / (timeLabelWidth + 4 * padding))));
-
-    for (const double t : ticks.time)
-        painter.fillRect(QRect(geometry.columnOf(t), plot.top(), 1, plot.height()),
-                         ChartPalette::kGrid);
-    for (const double v : ticks.uv)
-        painter.fillRect(QRect(plot.left(), geometry.uvRow(v), plot.width(), 1),
-                         ChartPalette::kGrid);
-
-    TracePainter(m_store, geometry).paint(painter, 0, m_store.count() - 1);
-    paintAnnotations(painter, geometry, 0, 0, font, device.unit());
-
-    const QRect frame = plot.adjusted(-1, -1, 1, 1);
-    painter.fillRect(QRect(frame.left(), frame.top(), frame.width(), 1), ChartPalette::kFrame);
-    painter.fillRect(QRect(frame.left(), frame.bottom(), frame.width(), 1), ChartPalette::kFrame);
-    painter.fillRect(QRect(frame.left(), frame.top(), 1, frame.height()), ChartPalette::kFrame);
-    painter.fillRect(QRect(frame.right(), frame.top(), 1, frame.height()), ChartPalette::kFrame);
-
-    painter.setFont(font);
-    const int labelGap = padding / 2;
-    painter.setPen(ChartPalette::kUv);
-    painter.drawText(titleRow.adjusted(padding, 0, 0, 0), Qt::AlignLeft | Qt::AlignVCenter,
-                     QStringLiteral("AU"));
-    for (const double v : ticks.uv) {
-        const int y = geometry.uvRow(v);
-        painter.fillRect(QRect(frame.left() - tick, y, tick, 1), ChartPalette::kText);
-        painter.drawText(QRect(area.left(), y - lineHeight,
-                               frame.left() - tick - labelGap - area.left(), 2 * lineHeight),
-                         Qt::AlignRight | Qt::AlignVCenter, Format(v, uvPattern));
-    }
-    painter.setPen(ChartPalette::kConductivity);
-    painter.drawText(titleRow.adjusted(0, 0, -padding, 0), Qt::AlignRight | Qt::AlignVCenter,
-                     QStringLiteral("mS/cm"));
-    for (const double v : ticks.cond) {
-        const int y = geometry.condRow(v);
-        painter.fillRect(QRect(frame.right() + 1, y, tick, 1), ChartPalette::kText);
-        const int labelLeft = frame.right() + 1 + tick + labelGap;
-        painter.drawText(QRect(labelLeft, y - lineHeight, area.right() - labelLeft, 2 * lineHeight),
-                         Qt::AlignLeft | Qt::AlignVCenter, Format(v, condPattern));
-    }
-    painter.setPen(ChartPalette::kText);
-    const int timeLabelTop = frame.bottom() + 1 + tick;
-    for (const double t : ticks.time) {
-        const int x = geometry.columnOf(t);
-        painter.fillRect(QRect(x, frame.bottom() + 1, 1, tick), ChartPalette::kText);
-        painter.drawText(QRect(x - timeLabelWidth, timeLabelTop, 2 * timeLabelWidth, lineHeight),
-                         Qt::AlignHCenter | Qt::AlignTop, Format(t, condPattern));
-    }
-    painter.drawText(QRect(plot.left(), timeLabelTop + lineHeight, plot.width(), lineHeight),
-                     Qt::AlignHCenter | Qt::AlignTop, QStringLiteral("Time (min)"));
-    return geometry;
+    const ChartFrame frame(device.map(rect), axes, font, device.unit());
+    frame.paintBackground(painter);
+    TracePainter(m_store, frame.geometry()).paint(painter, 0, m_store.count() - 1);
+    paintAnnotations(painter, frame.geometry(), 0, 0, font, device.unit());
+    frame.paintAxes(painter, title);
+    return frame.geometry();
 }
 
 QRect ChartRenderer::paintAdded(QPainter &painter, const PlotGeometry &geometry, qint64 firstSample,

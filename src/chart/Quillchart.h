@@ -31,7 +31,8 @@ public:
 
     /// Status 0, or non-zero when the chart cannot hold more.
     qint16 AddSample(float UV, float Conductivity);
-    /// `Color` is 0xBBGGRR; a negative `Height` points the mark the other way.
+    /// `Color` is 0xBBGGRR. `Height` is in percent of the plot's height, rising from the time
+    /// axis; a negative one hangs from the top instead.
     qint16 AddEventMark(const QString &Label, qint32 Color, qint16 Height, float Time);
     qint16 AddMethodText(const QString &Text, float Time);
 
