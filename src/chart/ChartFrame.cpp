@@ -40,10 +40,11 @@ std::vector<double> roundTicks(float min, float max, int maxCount)
 
 } // namespace
 
-ChartFrame::ChartFrame(const QRect &area, const ChartAxes &axes, const QFont &font, qreal unit)
+ChartFrame::ChartFrame(const QRect &area, const ChartAxes &axes, const QFont &font, qreal unit,
+                       QPaintDevice *device)
     : m_area(area)
     , m_font(font)
-    , m_metrics(font)
+    , m_metrics(font, device)
     , m_padding(scaled(kPadding, unit))
     , m_tick(scaled(kTickLength, unit))
     , m_lineHeight(m_metrics.height())

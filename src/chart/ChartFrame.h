@@ -9,17 +9,19 @@
 
 #include <vector>
 
+class QPaintDevice;
 class QPainter;
 
 /// @brief What surrounds the traces: the plot's place in an area, its grid, its frame, the
 /// three axes with round ticks and their labels, and the title.
 ///
-/// All in device pixels; `unit` is the size of a 96-dpi screen pixel on the device, and the font
-/// is already sized for the device.
+/// All in device pixels; `unit` is the size of a 96-dpi screen pixel on `device`, and the font
+/// is already sized for it.
 class ChartFrame
 {
 public:
-    ChartFrame(const QRect &area, const ChartAxes &axes, const QFont &font, qreal unit);
+    ChartFrame(const QRect &area, const ChartAxes &axes, const QFont &font, qreal unit,
+               QPaintDevice *device);
 
     [[nodiscard]] const PlotGeometry &geometry() const { return m_geometry; }
 

@@ -120,7 +120,7 @@ PlotGeometry ChartRenderer::paint(QPainter &painter, const QRectF &rect, const C
 {
     const DevicePixels device(painter);
     const QFont font = device.font(baseFont);
-    const ChartFrame frame(device.map(rect), axes, font, device.unit());
+    const ChartFrame frame(device.map(rect), axes, font, device.unit(), painter.device());
     frame.paintBackground(painter);
     TracePainter(m_store, frame.geometry()).paint(painter, 0, m_store.count() - 1);
     paintAnnotations(painter, frame.geometry(), 0, 0, font, device.unit());
@@ -155,7 +155,7 @@ QRect ChartRenderer::paintAnnotations(QPainter &painter, const PlotGeometry &geo
     for (std::size_t i = firstMethodText; i < methodTexts.size(); ++i)
         touched |= paintMethodMark(painter, geometry, methodTexts[i].time, methodSize);
     painter.setFont(font);
-    const QFontMetrics metrics(font);
+    const QFontMetrics metrics(font, painter.device());
     const int padding = std::max(1, int(std::lround(kMarkLabelPadding * unit)));
     for (std::size_t i = firstMark; i < marks.size(); ++i)
         touched |= paintMark(painter, geometry, marks[i], metrics, padding);
