@@ -10,6 +10,7 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <poll.h>
+#include <termios.h>
 #include <unistd.h>
 
 namespace {
@@ -63,6 +64,44 @@ TEST(Program, PtyDeliversTheSameBytesAsTheFileUntranslated)
     ASSERT_EQ(received.size(), expected.size());
     for (qsizetype i = 0; i < received.size(); ++i)
         ASSERT_EQ(received.at(i), expected.at(i)) << "at " << i;
+}
+
+TEST(Program, DeviceIsSetToNineSixHundredEightNOne)
+{
+    const QByteArray expected = runToFile({});
+    // A pseudo-terminal stands in for the serial port; the test holds its other end.
+    const int master = ::posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK);
+    ASSERT_GE(master, 0);
+    ASSERT_EQ(::grantpt(master), 0);
+    ASSERT_EQ(::unlockpt(master), 0);
+    const QString device = QString::fromLatin1(::ptsname(master));
+    QProcess sim;
+    sim.start(kProgram, kScenario + QStringList{"--speed", "0", "--device", device});
+    QByteArray received;
+    char buffer[4096];
+    while (received.size() < expected.size()) {
+        pollfd ready{master, POLLIN, 0};
+        if (::poll(&ready, 1, 10000) <= 0)
+            break;
+        const ssize_t got = ::read(master, buffer, sizeof buffer);
+        if (got <= 0)
+            break;
+        received.append(buffer, got);
+    }
+    EXPECT_TRUE(sim.waitForFinished(10000));
+    EXPECT_EQ(sim.exitCode(), 0) << sim.readAllStandardError().toStdString();
+    EXPECT_TRUE(received == expected) << received.size() << " of " << expected.size();
+
+    const int slave = ::open(device.toLatin1().constData(), O_RDWR | O_NOCTTY);
+    termios mode{};
+    ASSERT_EQ(::tcgetattr(slave, &mode), 0);
+    EXPECT_EQ(::cfgetospeed(&mode), speed_t(B9600));
+    EXPECT_EQ(mode.c_cflag & CSIZE, tcflag_t(CS8));
+    EXPECT_EQ(mode.c_cflag & (PARENB | CSTOPB | CRTSCTS), tcflag_t(0));
+    EXPECT_EQ(mode.c_iflag & (IXON | IXOFF | ICRNL), tcflag_t(0));
+    EXPECT_EQ(mode.c_oflag & OPOST, tcflag_t(0));
+    ::close(slave);
+    ::close(master);
 }
 
 TEST(Program, ManifestRecordsEveryByteWithItsPair)

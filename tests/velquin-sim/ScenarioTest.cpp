@@ -60,3 +60,13 @@ TEST(Scenario, FileUsesTheOptionNames)
     EXPECT_FALSE(Scenario().readFile(path, &error));
     EXPECT_TRUE(error.contains(QStringLiteral("run-length")));
 }
+
+TEST(Scenario, ShippedScenarioFilesRead)
+{
+    Scenario scenario;
+    QString error;
+    EXPECT_TRUE(scenario.readFile(
+        QStringLiteral(OSTREL_SOURCE_DIR "/tools/velquin-sim/scenarios/line-faults.json"), &error))
+        << error.toStdString();
+    EXPECT_EQ(scenario.faults.size(), 7);
+}

@@ -104,6 +104,9 @@ void Generator::emitFaults(double time, bool &chance96)
             block.value = fault.seconds;
             break;
         case FaultKind::Burst:
+            block.value = fault.count;
+            block.fault = fault.spec();
+            push(block, time);
             for (int i = 0; i < fault.count; ++i) {
                 const PlannedSlot &slot = m_cycle.at(m_cycleSlot - 1);
                 m_trace.step(time, slot.programSeconds, slot.inRun, slot.flowing);

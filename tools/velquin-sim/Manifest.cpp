@@ -48,7 +48,7 @@ QJsonObject Manifest::toJson(const SimBlock &block)
     }
     if (block.type == 'M')
         object.insert(QStringLiteral("text"), QString::fromLatin1(block.text));
-    else if (block.type != 0 || block.fault.startsWith(QLatin1String("silence")))
+    else if (block.type != 0 || block.bytes.isEmpty())
         object.insert(QStringLiteral("value"), block.value);
     if (!block.fault.isEmpty())
         object.insert(QStringLiteral("fault"), block.fault);
