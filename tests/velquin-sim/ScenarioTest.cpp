@@ -8,18 +8,18 @@
 
 using namespace VelquinSim;
 
-TEST(Scenario, FaultSpecsReadBackAsTheyAreWritten)
+TEST(Scenario, FaultsReadBackAsTheyAreWritten)
 {
     for (const char *text : {"midblock:4", "garbage@30:8", "unknown@12:0x20", "param@5:P:2",
                              "chance96@1", "silence@60:15", "burst@2:500"}) {
         QString error;
         const std::optional<Fault> fault = Fault::parse(QString::fromLatin1(text), &error);
         ASSERT_TRUE(fault) << text << ": " << error.toStdString();
-        EXPECT_EQ(fault->spec(), QString::fromLatin1(text));
+        EXPECT_EQ(fault->optionText(), QString::fromLatin1(text));
     }
     const std::optional<Fault> defaults = Fault::parse(QStringLiteral("param@5"), nullptr);
     ASSERT_TRUE(defaults);
-    EXPECT_EQ(defaults->spec(), QStringLiteral("param@5:E:5"));
+    EXPECT_EQ(defaults->optionText(), QStringLiteral("param@5:E:5"));
 }
 
 TEST(Scenario, FaultsThatWouldNotBeFaultsAreRefused)

@@ -11,8 +11,8 @@ namespace {
 Scenario scenarioWith(InstrumentKind kind, const QStringList &faults)
 {
     Scenario scenario = shortScenario(kind, 21);
-    for (const QString &spec : faults)
-        scenario.faults.append(*Fault::parse(spec, nullptr));
+    for (const QString &text : faults)
+        scenario.faults.append(*Fault::parse(text, nullptr));
     return scenario;
 }
 

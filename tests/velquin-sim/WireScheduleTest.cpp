@@ -69,19 +69,3 @@ TEST(WireSchedule, MethodTextTakesTheLineAndSamplesCatchUp)
     }
     EXPECT_GT(methodBytes, 600);
 }
-
-TEST(WireSchedule, BurstIgnoresTheLine)
-{
-    SimBlock first = SimBlock::sample('U', 0.1f);
-    first.time = 4;
-    first.burst = true;
-    SimBlock second = SimBlock::sample('C', 2.4f);
-    second.time = 4;
-    second.burst = true;
-    WireSchedule line;
-    EXPECT_EQ(line.place(first).first().at, 4.0);
-    EXPECT_EQ(line.place(second).first().at, 4.0);
-    SimBlock after = SimBlock::sample('U', 0.1f);
-    after.time = 4;
-    EXPECT_EQ(line.place(after).first().at, 4.0);
-}

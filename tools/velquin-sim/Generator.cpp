@@ -105,7 +105,7 @@ void Generator::emitFaults(double time, bool &chance96)
             break;
         case FaultKind::Burst:
             block.value = fault.count;
-            block.fault = fault.spec();
+            block.fault = fault.optionText();
             push(block, time);
             for (int i = 0; i < fault.count; ++i) {
                 const PlannedSlot &slot = m_cycle.at(m_cycleSlot - 1);
@@ -114,7 +114,7 @@ void Generator::emitFaults(double time, bool &chance96)
             }
             continue;
         }
-        block.fault = fault.spec();
+        block.fault = fault.optionText();
         push(block, time);
     }
 }
@@ -146,9 +146,9 @@ void Generator::push(SimBlock block, double time)
     if (time < m_silentUntil && !silence)
         return;
     if (m_cutFirst > 0 && !block.bytes.isEmpty()) {
-        block.cut = std::min<int>(m_cutFirst, int(block.bytes.size()) - 1);
-        block.bytes.remove(0, block.cut);
-        block.fault = QStringLiteral("midblock:%1").arg(block.cut);
+        const int cut = std::min<int>(m_cutFirst, int(block.bytes.size()) - 1);
+        block.bytes.remove(0, cut);
+        block.fault = QStringLiteral("midblock:%1").arg(cut);
         m_cutFirst = 0;
     }
     block.offset = m_offset;

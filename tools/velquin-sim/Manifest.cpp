@@ -62,7 +62,7 @@ QJsonObject Manifest::toJson(const Scenario &scenario)
 {
     QJsonArray faults;
     for (const Fault &fault : scenario.faults)
-        faults.append(fault.spec());
+        faults.append(fault.optionText());
     return {
         {QStringLiteral("kind"), scenario.kindName()},
         {QStringLiteral("runs"), scenario.runs},

@@ -79,7 +79,7 @@ const Value kValues[] = {
     {"fault",
      "Injects a fault (see Faults above); may be repeated. "
      "Example: --fault unknown@12:0x47",
-     "spec", nullptr},
+     "fault", nullptr},
     {"scenario",
      "Reads the scenario from a JSON file (see above). "
      "Example: --scenario demo.json",
@@ -186,8 +186,8 @@ bool Options::parse(const QStringList &arguments, QString *error)
         const QString letter = parser.value(QStringLiteral("cond-letter"));
         scenario.condLetter = letter.size() == 1 ? letter.at(0).toLatin1() : '?';
     }
-    for (const QString &spec : parser.values(QStringLiteral("fault"))) {
-        const std::optional<Fault> fault = Fault::parse(spec, error);
+    for (const QString &text : parser.values(QStringLiteral("fault"))) {
+        const std::optional<Fault> fault = Fault::parse(text, error);
         if (!fault)
             return false;
         scenario.faults.append(*fault);

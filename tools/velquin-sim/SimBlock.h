@@ -21,14 +21,13 @@ struct SimBlock
     qint64 pair = 0;
     /// The type byte as sent (0 for junk bytes that are no block).
     quint8 type = 0;
-    /// Sample value, or the parameter byte of "E", "H", "P", "R".
+    /// Sample value, parameter byte of "E", "H", "P", "R", or the length of a silence (seconds)
+    /// or a burst (pairs).
     double value = 0;
     /// The method text of an "M" block.
     QByteArray text;
-    /// Name of the injected fault this block carries, empty for a regular block.
+    /// The option text of the injected fault this block carries, empty for a regular block.
     QString fault;
-    /// Bytes cut off its front.
-    int cut = 0;
     /// Sent back to back with its neighbours, faster than the line.
     bool burst = false;
 

@@ -13,7 +13,7 @@ public:
     /// Writes all the bytes, in one write where the device takes them; false on failure.
     virtual bool write(const QByteArray &bytes) = 0;
     /// Waits, within reason, until what was written has left for the receiver.
-    virtual void drain() {}
+    virtual void drain() = 0;
     [[nodiscard]] QString errorString() const { return m_error; }
 
 protected:
