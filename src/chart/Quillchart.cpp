@@ -3,16 +3,23 @@
 #include "chart/ChartAnnotations.h"
 #include "chart/ChartPalette.h"
 #include "chart/ChartRenderer.h"
+#include "chart/DurableFile.h"
+#include "chart/LogReader.h"
+#include "chart/LogWriter.h"
 #include "chart/PlotGeometry.h"
+#include "chart/RunData.h"
+#include "chart/RunFileCodec.h"
 #include "chart/SampleStore.h"
 #include "runtime/RuntimeError.h"
 
+#include <QFile>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QRubberBand>
 
 #include <algorithm>
+#include <cmath>
 #include <new>
 
 namespace {
@@ -22,6 +29,23 @@ constexpr float kMinUvSpan = 0.001f;
 constexpr float kMinCondSpan = 0.5f;
 // A drag shorter than this either way is a click, not a rectangle.
 constexpr int kMinDragPixels = 3;
+
+constexpr qint16 kFileOpenError = -18;
+constexpr qint16 kLogCorrupted = -21;
+
+QByteArray encodeWhole(const SampleStore &store, const ChartAnnotations &annotations,
+                       const ChartAxes &axes, const QString &title, RunFileCodec::Kind kind)
+{
+    const RunFileCodec::Source source{store,
+                                      0,
+                                      store.count(),
+                                      annotations.eventMarks(),
+                                      annotations.methodTexts(),
+                                      annotations.notes(),
+                                      axes,
+                                      title};
+    return RunFileCodec::encode(source, kind);
+}
 
 qint16 outOfMemory()
 {
@@ -35,6 +59,7 @@ Quillchart::Quillchart(QWidget *parent)
     , m_store(std::make_unique<SampleStore>())
     , m_annotations(std::make_unique<ChartAnnotations>())
     , m_renderer(std::make_unique<ChartRenderer>(*m_store, *m_annotations))
+    , m_logWriter(std::make_unique<LogWriter>())
     , m_geometry(std::make_unique<PlotGeometry>())
     , m_rubberBand(new QRubberBand(QRubberBand::Rectangle, this))
 {
@@ -243,4 +268,122 @@ void Quillchart::leaveZoom()
     m_axesBeforeZoom.reset();
     Redraw();
     emit Unzoomed(m_index);
+}
+
+bool Quillchart::LoadDataFile(const QString &FileName)
+{
+    QFile file(FileName);
+    std::optional<RunData> run;
+    if (file.open(QIODevice::ReadOnly))
+        run = RunFileCodec::decode(file.readAll(), RunFileCodec::kindOfName(FileName));
+    if (!run) {
+        emit ChartError(m_index, kFileOpenError);
+        return false;
+    }
+    *m_store = std::move(run->store);
+    *m_annotations = std::move(run->annotations);
+    m_axes = run->axes;
+    m_title = run->title;
+    m_axesBeforeZoom.reset();
+    Redraw();
+    return true;
+}
+
+bool Quillchart::SaveDataFile(const QString &FileName)
+{
+    return DurableFile::write(
+        FileName, encodeWhole(*m_store, *m_annotations, m_axes, m_title, RunFileCodec::Kind::Data));
+}
+
+bool Quillchart::SaveSelectedData(const QString &FileName)
+{
+    const qint64 first =
+        std::clamp<qint64>(SampleStore::indexAtOrAfter(m_axes.timeMin), 0, m_store->count());
+    // The sample standing on TimeAxisMax, give or take rounding, is shown and so is saved.
+    const qint64 end = std::clamp<qint64>(
+        qint64(std::floor(double(m_axes.timeMax) * SampleStore::kSamplesPerMinute + 1e-7)) + 1,
+        first, m_store->count());
+    const auto shift = float(SampleStore::timeOf(first));
+    const auto inRange = [&](float time) {
+        return time >= m_axes.timeMin && time <= m_axes.timeMax;
+    };
+    std::vector<EventMark> marks;
+    for (EventMark mark : m_annotations->eventMarks())
+        if (inRange(mark.time)) {
+            mark.time -= shift;
+            marks.push_back(mark);
+        }
+    std::vector<MethodText> texts;
+    const MethodText *inForce = nullptr;
+    for (const MethodText &text : m_annotations->methodTexts()) {
+        if (text.time < m_axes.timeMin)
+            inForce = &text;
+        else if (inRange(text.time))
+            texts.push_back(MethodText{text.text, text.time - shift});
+    }
+    if (inForce)
+        texts.insert(texts.begin(), MethodText{inForce->text, 0.0f});
+    ChartAxes axes = m_axes;
+    axes.timeMin = 0.0f;
+    axes.timeMax = m_axes.timeMax - shift;
+    const RunFileCodec::Source source{*m_store, first,  end, marks, texts, m_annotations->notes(),
+                                      axes,     m_title};
+    return DurableFile::write(FileName, RunFileCodec::encode(source, RunFileCodec::Kind::Data));
+}
+
+void Quillchart::ClearData()
+{
+    *m_store = SampleStore();
+    *m_annotations = ChartAnnotations();
+}
+
+void Quillchart::ClearDisplay()
+{
+    Redraw();
+}
+
+QString Quillchart::GetNotes() const
+{
+    return m_annotations->notes();
+}
+
+void Quillchart::SetNotes(const QString &Notes)
+{
+    m_annotations->setNotes(Notes);
+}
+
+QString Quillchart::GetMethodText() const
+{
+    QStringList texts;
+    for (const MethodText &text : m_annotations->methodTexts())
+        texts.append(text.text);
+    return texts.join(QLatin1String("\r\n"));
+}
+
+qint16 Quillchart::WriteLog(const QString &LogDirectory, qint16, qint32, double DataFileSizeHours)
+{
+    return qint16(m_logWriter->write(LogDirectory, *m_store, *m_annotations, DataFileSizeHours));
+}
+
+bool Quillchart::CheckLogFile(const QString &LogDirectory)
+{
+    return LogReader::hasLog(LogDirectory);
+}
+
+qint16 Quillchart::SaveLogAs(const QString &LogDirectory, qint16, const QString &NewFileName)
+{
+    RunData run;
+    if (LogReader::read(LogDirectory, run) != LogReader::Status::Good) {
+        emit ChartError(m_index, kLogCorrupted);
+        return kLogCorrupted;
+    }
+    if (!DurableFile::write(NewFileName, encodeWhole(run.store, run.annotations, run.axes,
+                                                     run.title, RunFileCodec::Kind::Log)))
+        return qint16(ErrorNumber::PathFileAccess);
+    return 0;
+}
+
+void Quillchart::CloseLog(const QString &LogDirectory, qint16)
+{
+    m_logWriter->close(LogDirectory);
 }

@@ -11,6 +11,7 @@
 
 class ChartAnnotations;
 class ChartRenderer;
+class LogWriter;
 class PlotGeometry;
 class QRubberBand;
 class SampleStore;
@@ -42,6 +43,41 @@ public:
     [[nodiscard]] bool IsLastPointVisible() const;
     void DrawNewData();
     void Redraw();
+
+    /// Replaces everything the chart holds by the file's run, `.chl` for a name ending in
+    /// "chl", `.chd` otherwise. A file that cannot be read raises ChartError -18, answers
+    /// false and leaves the chart as it was.
+    bool LoadDataFile(const QString &FileName);
+    /// Writes the whole chart as a `.chd`; true once it has reached the disk.
+    bool SaveDataFile(const QString &FileName);
+    /// Writes, as a `.chd`, the samples between TimeAxisMin and TimeAxisMax with the marks and
+    /// method texts of that stretch, moved so that it starts at 0, with the method text in force
+    /// at its start and the notes.
+    bool SaveSelectedData(const QString &FileName);
+    /// Drops samples, marks, method texts and notes.
+    void ClearData();
+    /// Paints the emptied chart.
+    void ClearDisplay();
+    [[nodiscard]] QString GetNotes() const;
+    void SetNotes(const QString &Notes);
+    /// All method texts in order of arrival, separated by CR LF.
+    [[nodiscard]] QString GetMethodText() const;
+
+    /// Appends what came since the last successful call to the log in `LogDirectory`, and
+    /// answers 0 once it is on the disk, else the run-time error number of the failure.
+    /// Nothing is acknowledged on failure: the next call writes it again. `Interval` is not
+    /// needed, as each call takes what is new; `DataFileSizeHours` of log time go in one file.
+    qint16 WriteLog(const QString &LogDirectory, qint16 InstanceNumber, qint32 Interval,
+                    double DataFileSizeHours);
+    /// True when `LogDirectory` (with or without a trailing separator) holds a usable log.
+    bool CheckLogFile(const QString &LogDirectory);
+    /// Writes the log in `LogDirectory` as the `.chl` file `NewFileName`; any instance number,
+    /// 0 included, finds it. A damaged log raises ChartError -21 and answers -21; nothing is
+    /// written then. The chart's own data are untouched.
+    qint16 SaveLogAs(const QString &LogDirectory, qint16 InstanceNumber,
+                     const QString &NewFileName);
+    /// Deletes the log's files, leaving `LogDirectory` empty.
+    void CloseLog(const QString &LogDirectory, qint16 InstanceNumber);
 
     [[nodiscard]] float UvAxisMax() const { return m_axes.uvMax; }
     void setUvAxisMax(float value) { m_axes.uvMax = value; }
@@ -89,6 +125,7 @@ private:
     std::unique_ptr<SampleStore> m_store;
     std::unique_ptr<ChartAnnotations> m_annotations;
     std::unique_ptr<ChartRenderer> m_renderer;
+    std::unique_ptr<LogWriter> m_logWriter;
 
     // The backing image and what has been painted on it.
     QImage m_image;

@@ -1,0 +1,169 @@
+#include "RunContent.h"
+#include "TestEnvironment.h"
+#include "chart/LogReader.h"
+#include "chart/Quillchart.h"
+#include "chart/RunData.h"
+
+#include <QDir>
+#include <QFile>
+#include <QRandomGenerator>
+#include <QTemporaryDir>
+#include <QtEndian>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+struct Record
+{
+    QString file;
+    qsizetype begin;
+    qsizetype end;
+};
+
+/// A log of three files with several records each, whose last record is small, and the counts
+/// each write acknowledged.
+class LogDamage : public ::testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        Quillchart logChart;
+        RunContent::Counts counts;
+        for (int tick = 0; tick < 12; ++tick) {
+            const RunContent::Counts next{counts.samples + (tick == 11 ? 20 : 90 + tick),
+                                          counts.marks + 1, counts.methodTexts + tick % 2};
+            RunContent::grow(logChart, counts, next);
+            counts = next;
+            // 0.02 hours are 360 samples a file.
+            ASSERT_EQ(logChart.WriteLog(m_dir.path(), 1, 20000, 0.02), 0);
+            m_acks.push_back(counts);
+        }
+        const QDir dir(m_dir.path());
+        for (const QString &name : dir.entryList(QDir::Files, QDir::Name)) {
+            const QByteArray bytes = read(dir.filePath(name));
+            m_files.append(dir.filePath(name));
+            for (qsizetype at = 16; at < bytes.size();) {
+                const qsizetype end = at + 16 + qFromLittleEndian<quint32>(bytes.data() + at + 8);
+                m_records.push_back(Record{dir.filePath(name), at, end});
+                at = end;
+            }
+        }
+        ASSERT_EQ(m_files.size(), 3);
+        ASSERT_EQ(m_records.size(), m_acks.size());
+    }
+
+    static QByteArray read(const QString &fileName)
+    {
+        QFile file(fileName);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+    static void write(const QString &fileName, const QByteArray &bytes)
+    {
+        // A fresh file: rewriting one in place makes ext4 flush it on close, which is slow.
+        QFile::remove(fileName);
+        QFile file(fileName);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+        ASSERT_EQ(file.write(bytes), bytes.size());
+    }
+
+    /// Reads the log with `fileName` holding `bytes`, then puts the file back.
+    LogReader::Status readWith(const QString &fileName, const QByteArray &bytes, RunData &run)
+    {
+        const QByteArray original = read(fileName);
+        write(fileName, bytes);
+        const LogReader::Status status = LogReader::read(m_dir.path(), run);
+        write(fileName, original);
+        return status;
+    }
+
+    void expectTornRecordDropped(const QByteArray &lastFile, const std::string &what)
+    {
+        RunData run;
+        ASSERT_EQ(readWith(m_files.last(), lastFile, run), LogReader::Status::Good) << what;
+        ASSERT_EQ(RunContent::differences(run, m_acks[m_acks.size() - 2]), QString()) << what;
+    }
+
+    QTemporaryDir m_dir{testHome() + QStringLiteral("/damage-XXXXXX")};
+    std::vector<RunContent::Counts> m_acks;
+    QStringList m_files;
+    std::vector<Record> m_records;
+};
+
+} // namespace
+
+TEST_F(LogDamage, UndamagedLogGivesBackEveryWrite)
+{
+    RunData run;
+    ASSERT_EQ(LogReader::read(m_dir.path(), run), LogReader::Status::Good);
+    EXPECT_EQ(RunContent::differences(run, m_acks.back()), QString());
+}
+
+TEST_F(LogDamage, LastRecordCutAtAnyByteIsDroppedExactly)
+{
+    const Record &last = m_records.back();
+    const QByteArray bytes = read(last.file);
+    for (qsizetype cut = last.begin; cut < last.end; ++cut)
+        expectTornRecordDropped(bytes.left(cut), "cut at " + std::to_string(cut));
+}
+
+TEST_F(LogDamage, LastRecordPaddedWithZerosOrGarbageIsDropped)
+{
+    const Record &last = m_records.back();
+    const QByteArray bytes = read(last.file);
+    QRandomGenerator random(7);
+    for (qsizetype cut = last.begin; cut < last.end; ++cut) {
+        const qsizetype tail = last.end - cut;
+        expectTornRecordDropped(bytes.left(cut) + QByteArray(tail, '\0'),
+                                "zeros from " + std::to_string(cut));
+        QByteArray garbage(tail + 16, Qt::Uninitialized);
+        for (char &c : garbage)
+            c = char(random.bounded(256));
+        expectTornRecordDropped(bytes.left(cut) + garbage, "garbage from " + std::to_string(cut));
+    }
+}
+
+TEST_F(LogDamage, LastRecordWithABadLengthIsDropped)
+{
+    const Record &last = m_records.back();
+    const QByteArray bytes = read(last.file);
+    const quint32 length = qFromLittleEndian<quint32>(bytes.data() + last.begin + 8);
+    for (quint32 bad : {0u, 1u, length - 1, length + 1, length + 4096, 0x7fffffffu, 0xffffffffu}) {
+        QByteArray damaged = bytes;
+        qToLittleEndian(bad, damaged.data() + last.begin + 8);
+        expectTornRecordDropped(damaged, "length " + std::to_string(bad));
+    }
+}
+
+TEST_F(LogDamage, FlippedBitBeforeTheLastRecordMakesTheLogCorrupted)
+{
+    for (std::size_t r = 0; r + 1 < m_records.size(); ++r) {
+        const Record &record = m_records[r];
+        const QByteArray bytes = read(record.file);
+        const qsizetype size = record.end - record.begin;
+        for (qsizetype at : {qsizetype(0), qsizetype(5), qsizetype(9), qsizetype(12), size / 2,
+                             size - 5, size - 1}) {
+            QByteArray damaged = bytes;
+            damaged[record.begin + at] = char(damaged[record.begin + at] ^ (1 << (at % 8)));
+            RunData run;
+            EXPECT_EQ(readWith(record.file, damaged, run), LogReader::Status::Damaged)
+                << "record " << r << " byte " << at;
+        }
+    }
+    for (const QString &file : m_files) {
+        QByteArray damaged = read(file);
+        damaged[13] = char(damaged[13] ^ 1);
+        RunData run;
+        EXPECT_EQ(readWith(file, damaged, run), LogReader::Status::Damaged) << file.toStdString();
+    }
+}
+
+TEST_F(LogDamage, MissingFileMakesTheLogCorruptedAndForeignFilesAreIgnored)
+{
+    write(m_dir.filePath(QStringLiteral("notes.txt")), "not a log");
+    RunData run;
+    ASSERT_EQ(LogReader::read(m_dir.path(), run), LogReader::Status::Good);
+    ASSERT_TRUE(QFile::remove(m_files[1]));
+    RunData broken;
+    EXPECT_EQ(LogReader::read(m_dir.path(), broken), LogReader::Status::Damaged);
+}

@@ -1,0 +1,118 @@
+#include "RunContent.h"
+
+#include "chart/Quillchart.h"
+#include "chart/RunData.h"
+#include "chart/RunFileCodec.h"
+
+#include <QFile>
+
+#include <bit>
+#include <cmath>
+
+SamplePair RunContent::sample(qint64 n)
+{
+    // Now and then a value a file must carry bit for bit: NaN, infinity, negative zero.
+    switch (n % 997) {
+    case 11:
+        return {std::bit_cast<float>(0x7fc01234u), -0.0f};
+    case 12:
+        return {std::numeric_limits<float>::infinity(), -1e-38f};
+    default:
+        return {float(std::sin(double(n) * 0.001) + double(n % 13) * 1e-4),
+                float(double(n % 4096) * 0.125)};
+    }
+}
+
+EventMark RunContent::mark(qint64 n)
+{
+    return EventMark{QStringLiteral("Mark %1 µ\"\t").arg(n), qint32(0x102030 * (n + 1)) & 0xffffff,
+                     qint16(n % 3 == 0 ? -10 : 5 + n % 90), float(n) * 0.37f};
+}
+
+MethodText RunContent::methodText(qint64 n)
+{
+    return MethodText{QStringLiteral("Method %1\r\nFlow 1.0 ml/min\r\nBuffer A → B\r\n").arg(n),
+                      float(n) * 1.25f};
+}
+
+RunContent::Counts RunContent::afterTicks(int ticks)
+{
+    Counts counts;
+    for (int tick = 0; tick < ticks; ++tick) {
+        counts.samples += 20 + tick * 37 % 80;
+        counts.marks += tick % 3 == 0 ? 1 : 0;
+        counts.methodTexts += tick % 7 == 0 ? 1 : 0;
+    }
+    return counts;
+}
+
+void RunContent::grow(Quillchart &chart, Counts from, Counts to)
+{
+    for (qint64 n = from.samples; n < to.samples; ++n)
+        chart.AddSample(sample(n).uv, sample(n).conductivity);
+    for (qint64 n = from.marks; n < to.marks; ++n) {
+        const EventMark m = mark(n);
+        chart.AddEventMark(m.label, m.color, m.height, m.time);
+    }
+    for (qint64 n = from.methodTexts; n < to.methodTexts; ++n)
+        chart.AddMethodText(methodText(n).text, methodText(n).time);
+}
+
+void RunContent::grow(RunData &run, Counts from, Counts to)
+{
+    for (qint64 n = from.samples; n < to.samples; ++n)
+        run.store.append(sample(n).uv, sample(n).conductivity);
+    for (qint64 n = from.marks; n < to.marks; ++n) {
+        const EventMark m = mark(n);
+        run.annotations.addEventMark(m.label, m.color, m.height, m.time);
+    }
+    for (qint64 n = from.methodTexts; n < to.methodTexts; ++n)
+        run.annotations.addMethodText(methodText(n).text, methodText(n).time);
+}
+
+QString RunContent::differences(const RunData &run, Counts counts)
+{
+    const qint64 samples = counts.samples;
+    const qint64 marks = counts.marks;
+    const qint64 methodTexts = counts.methodTexts;
+    if (run.store.count() != samples)
+        return QStringLiteral("%1 samples instead of %2").arg(run.store.count()).arg(samples);
+    for (qint64 i = 0; i < samples; ++i) {
+        const SamplePair want = sample(i);
+        const SamplePair got = run.store.at(i);
+        if (std::bit_cast<quint32>(want.uv) != std::bit_cast<quint32>(got.uv) ||
+            std::bit_cast<quint32>(want.conductivity) != std::bit_cast<quint32>(got.conductivity))
+            return QStringLiteral("sample %1 differs").arg(i);
+    }
+    const auto &gotMarks = run.annotations.eventMarks();
+    if (qint64(gotMarks.size()) != marks)
+        return QStringLiteral("%1 marks instead of %2").arg(gotMarks.size()).arg(marks);
+    for (qint64 i = 0; i < marks; ++i) {
+        const EventMark want = mark(i);
+        const EventMark &got = gotMarks[std::size_t(i)];
+        if (got.label != want.label || got.color != want.color || got.height != want.height ||
+            std::bit_cast<quint32>(got.time) != std::bit_cast<quint32>(want.time))
+            return QStringLiteral("mark %1 differs").arg(i);
+    }
+    const auto &gotTexts = run.annotations.methodTexts();
+    if (qint64(gotTexts.size()) != methodTexts)
+        return QStringLiteral("%1 method texts instead of %2")
+            .arg(gotTexts.size())
+            .arg(methodTexts);
+    for (qint64 i = 0; i < methodTexts; ++i) {
+        const MethodText want = methodText(i);
+        const MethodText &got = gotTexts[std::size_t(i)];
+        if (got.text != want.text ||
+            std::bit_cast<quint32>(got.time) != std::bit_cast<quint32>(want.time))
+            return QStringLiteral("method text %1 differs").arg(i);
+    }
+    return {};
+}
+
+std::optional<RunData> RunContent::readRunFile(const QString &fileName)
+{
+    QFile file(fileName);
+    if (!file.open(QIODevice::ReadOnly))
+        return std::nullopt;
+    return RunFileCodec::decode(file.readAll(), RunFileCodec::kindOfName(fileName));
+}

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "chart/ChartAnnotations.h"
+#include "chart/SampleStore.h"
+
+#include <QString>
+
+#include <optional>
+
+class Quillchart;
+struct RunData;
+
+/// Deterministic run content, the same in a test and in a child process it watches: sample,
+/// mark and method text n depend on n alone.
+namespace RunContent {
+SamplePair sample(qint64 n);
+EventMark mark(qint64 n);
+MethodText methodText(qint64 n);
+
+struct Counts
+{
+    qint64 samples = 0;
+    qint64 marks = 0;
+    qint64 methodTexts = 0;
+};
+
+/// What a chart that grows by one tick of the crash test holds after `ticks` ticks.
+Counts afterTicks(int ticks);
+
+/// Adds the samples, marks and method texts numbered from `from` up to `to`.
+void grow(Quillchart &chart, Counts from, Counts to);
+void grow(RunData &run, Counts from, Counts to);
+
+/// Compares a run with the content numbered below `counts`, samples bit for bit: an empty
+/// string when they agree, else what differs first.
+QString differences(const RunData &run, Counts counts);
+
+std::optional<RunData> readRunFile(const QString &fileName);
+} // namespace RunContent

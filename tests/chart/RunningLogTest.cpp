@@ -1,0 +1,121 @@
+#include "RunContent.h"
+#include "TestEnvironment.h"
+#include "chart/LogReader.h"
+#include "chart/Quillchart.h"
+#include "chart/RunData.h"
+
+#include <QDir>
+#include <QFile>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+class RunningLog : public ::testing::Test
+{
+protected:
+    QString logDir() const { return m_dir.filePath(QStringLiteral("log")); }
+    QString path(const QString &name) const { return m_dir.filePath(name); }
+    QStringList logFiles() const { return QDir(logDir()).entryList(QDir::Files, QDir::Name); }
+
+    void SetUp() override { ASSERT_TRUE(QDir(m_dir.path()).mkdir(QStringLiteral("log"))); }
+
+    QTemporaryDir m_dir{testHome() + QStringLiteral("/log-XXXXXX")};
+};
+
+qint64 fileSize(const QString &fileName)
+{
+    return QFileInfo(fileName).size();
+}
+
+} // namespace
+
+TEST_F(RunningLog, SavedLogHoldsEverythingWrittenAndOpensLikeAFile)
+{
+    Quillchart logChart;
+    RunContent::Counts counts;
+    for (int tick = 1; tick <= 12; ++tick) {
+        const RunContent::Counts next{counts.samples + 100 + tick, counts.marks + tick % 3,
+                                      counts.methodTexts + (tick % 5 == 0 ? 1 : 0)};
+        RunContent::grow(logChart, counts, next);
+        counts = next;
+        // A file of 0.05 hours holds 900 samples, so the log spreads over several files.
+        ASSERT_EQ(logChart.WriteLog(logDir() + QStringLiteral("/"), 1, 20000, 0.05), 0) << tick;
+    }
+    EXPECT_GE(logFiles().size(), 2);
+    EXPECT_TRUE(logChart.CheckLogFile(logDir()));
+    EXPECT_TRUE(logChart.CheckLogFile(logDir() + QStringLiteral("/")));
+
+    Quillchart scratch;
+    ASSERT_EQ(scratch.SaveLogAs(logDir() + QStringLiteral("\\"), 0, path("saved.chl")), 0);
+    ASSERT_EQ(scratch.SaveLogAs(logDir(), 7, path("again.chl")), 0);
+    EXPECT_EQ(scratch.GetLastTime(), 0.0f);
+    const auto run = RunContent::readRunFile(path("saved.chl"));
+    ASSERT_TRUE(run);
+    EXPECT_EQ(RunContent::differences(*run, counts), QString());
+
+    Quillchart opened;
+    ASSERT_TRUE(opened.LoadDataFile(path("saved.chl")));
+    EXPECT_EQ(opened.GetLastTime(), logChart.GetLastTime());
+    EXPECT_EQ(opened.GetMethodText(), logChart.GetMethodText());
+    EXPECT_FALSE(opened.LoadDataFile(path("saved.chd")));
+    ASSERT_TRUE(opened.LoadDataFile(path("saved.chl")));
+    ASSERT_TRUE(opened.SaveDataFile(path("saved.chd")));
+    const auto data = RunContent::readRunFile(path("saved.chd"));
+    ASSERT_TRUE(data);
+    EXPECT_EQ(RunContent::differences(*data, counts), QString());
+}
+
+TEST_F(RunningLog, EachWriteAppendsOnlyWhatIsNew)
+{
+    Quillchart logChart;
+    EXPECT_EQ(logChart.WriteLog(logDir(), 1, 20000, 24.0), 0);
+    EXPECT_TRUE(logChart.CheckLogFile(logDir()));
+    ASSERT_EQ(logFiles().size(), 1);
+    const QString file = QDir(logDir()).filePath(logFiles().first());
+    const qint64 empty = fileSize(file);
+    EXPECT_EQ(logChart.WriteLog(logDir(), 1, 20000, 24.0), 0);
+    EXPECT_EQ(fileSize(file), empty);
+    RunContent::grow(logChart, {}, {100, 0, 0});
+    EXPECT_EQ(logChart.WriteLog(logDir(), 1, 20000, 24.0), 0);
+    const qint64 grown = fileSize(file) - empty;
+    EXPECT_GE(grown, 800);
+    EXPECT_LE(grown, 800 + 64);
+}
+
+TEST_F(RunningLog, CloseLogLeavesTheDirectoryEmptyAndNoLogIsFound)
+{
+    Quillchart logChart;
+    EXPECT_FALSE(logChart.CheckLogFile(logDir()));
+    EXPECT_FALSE(logChart.CheckLogFile(path("missing")));
+    RunContent::grow(logChart, {}, {2000, 3, 1});
+    ASSERT_EQ(logChart.WriteLog(logDir(), 2, 20000, 0.05), 0);
+    RunContent::grow(logChart, {2000, 3, 1}, {4000, 3, 1});
+    ASSERT_EQ(logChart.WriteLog(logDir(), 2, 20000, 0.05), 0);
+    ASSERT_EQ(logFiles().size(), 2);
+    logChart.CloseLog(logDir() + QStringLiteral("/"), 2);
+    EXPECT_EQ(QDir(logDir()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot), QStringList());
+    EXPECT_FALSE(logChart.CheckLogFile(logDir()));
+
+    Quillchart scratch;
+    QSignalSpy errors(&scratch, &Quillchart::ChartError);
+    EXPECT_EQ(scratch.SaveLogAs(logDir(), 0, path("none.chl")), -21);
+    ASSERT_EQ(errors.size(), 1);
+    EXPECT_EQ(errors[0][1].value<qint16>(), -21);
+    EXPECT_FALSE(QFile::exists(path("none.chl")));
+}
+
+TEST_F(RunningLog, WriteIntoAMissingDirectoryFailsAndSucceedsOnceItExists)
+{
+    Quillchart logChart;
+    RunContent::grow(logChart, {}, {300, 1, 1});
+    const QString later = path("later");
+    EXPECT_EQ(logChart.WriteLog(later, 1, 20000, 24.0), 76);
+    ASSERT_TRUE(QDir().mkpath(later));
+    EXPECT_EQ(logChart.WriteLog(later, 1, 20000, 24.0), 0);
+    RunData run;
+    ASSERT_EQ(LogReader::read(later, run), LogReader::Status::Good);
+    EXPECT_EQ(RunContent::differences(run, {300, 1, 1}), QString());
+}
