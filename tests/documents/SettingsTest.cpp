@@ -1,0 +1,158 @@
+#include "documents/Settings.h"
+
+#include "acquisition/LinkState.h"
+#include "acquisition/SerialControl.h"
+#include "documents/ErrorHandler.h"
+#include "documents/MenuCommands.h"
+#include "runtime/App.h"
+#include "runtime/ScriptedDialogs.h"
+#include "runtime/SettingsStore.h"
+
+#include <QLocale>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+const QString kOptions = "Options";
+
+/// The settings over a store emptied for each test, reporting through the real error route.
+class SettingsTest : public ::testing::Test, public MenuCommands
+{
+protected:
+    void SetUp() override { DeleteSetting(App::Title(), kOptions); }
+    void TearDown() override
+    {
+        QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedStates));
+    }
+
+    void mnuStop_Click() override {}
+    void mnuLogOff_Click() override {}
+
+    static void store(const QString &key, const QString &value)
+    {
+        SaveSetting(App::Title(), kOptions, key, value);
+    }
+    static QString stored(const QString &key)
+    {
+        return GetSetting(App::Title(), kOptions, key, "<missing>");
+    }
+
+    ScriptedDialogs dialogs;
+    LinkState link;
+    SerialControl port;
+    ErrorHandler errors{link, port, *this};
+    Int16 InstanceNumber = 1;
+    Settings settings{errors, InstanceNumber};
+};
+
+} // namespace
+
+TEST_F(SettingsTest, FirstStartWithAnEmptyStoreGivesTheDefaultsSilently)
+{
+    settings.ComPortNumber = 7;
+    settings.DataLogging = false;
+    settings.DataFileSizeHours = 3;
+    settings.ReadSettings();
+    EXPECT_EQ(settings.ComPortNumber, 1);
+    EXPECT_TRUE(settings.DataLogging);
+    EXPECT_EQ(settings.DataFileSizeHours, 24.0);
+    EXPECT_TRUE(dialogs.boxes.isEmpty());
+    EXPECT_EQ(stored("ComPortNumber"), "<missing>") << "reading writes nothing";
+}
+
+TEST_F(SettingsTest, StoredValuesAreReadAndWrittenBackInTheirOwnForms)
+{
+    store("ComPortNumber", "4");
+    store("DataLogging", "0");
+    store("DataFileSizeHours", "12.5");
+    settings.ReadSettings();
+    EXPECT_EQ(settings.ComPortNumber, 4);
+    EXPECT_FALSE(settings.DataLogging) << "numbers convert as well as the words";
+    EXPECT_EQ(settings.DataFileSizeHours, 12.5);
+
+    settings.SaveSettings();
+    EXPECT_EQ(stored("ComPortNumber"), "4");
+    EXPECT_EQ(stored("DataLogging"), "False");
+    EXPECT_EQ(stored("DataFileSizeHours"), "12.5");
+    EXPECT_TRUE(dialogs.boxes.isEmpty());
+}
+
+TEST_F(SettingsTest, LoggingFlagTakesWordsInAnyCaseAndAnyNumber)
+{
+    const struct
+    {
+        const char *text;
+        bool value;
+    } rows[] = {{"True", true}, {"false", false}, {"FALSE", false}, {"-1", true},
+                {"2.5", true},  {"0.0", false},   {" True ", true}};
+    for (const auto &row : rows) {
+        store("DataLogging", row.text);
+        settings.DataLogging = !row.value;
+        settings.ReadSettings();
+        EXPECT_EQ(settings.DataLogging, row.value) << row.text;
+    }
+    EXPECT_TRUE(dialogs.boxes.isEmpty());
+}
+
+TEST_F(SettingsTest, ValueThatDoesNotConvertShowsTheBoxAndDefaultsEverything)
+{
+    const struct
+    {
+        const char *key;
+        const char *text;
+        const char *description;
+    } rows[] = {{"ComPortNumber", "40000", "Overflow"},
+                {"ComPortNumber", "three", "Type mismatch"},
+                {"DataLogging", "Yes", "Type mismatch"},
+                {"DataFileSizeHours", "", "Type mismatch"}};
+    for (const auto &row : rows) {
+        DeleteSetting(App::Title(), kOptions);
+        store("ComPortNumber", "5");
+        store("DataLogging", "False");
+        store("DataFileSizeHours", "6");
+        store(row.key, row.text);
+        dialogs.boxes.clear();
+
+        settings.ReadSettings();
+        ASSERT_EQ(dialogs.boxes.size(), 1) << row.key << " = " << row.text;
+        EXPECT_EQ(dialogs.boxes[0].text, QString("Cannot load configuration file.\r") +
+                                             row.description + "\rUsing default values.");
+        EXPECT_EQ(dialogs.boxes[0].title, "ERROR!");
+        EXPECT_EQ(dialogs.boxes[0].icon(), MsgBoxStyle::Exclamation);
+        EXPECT_EQ(settings.ComPortNumber, 1) << "also a value read before the failure";
+        EXPECT_TRUE(settings.DataLogging);
+        EXPECT_EQ(settings.DataFileSizeHours, 24.0);
+        EXPECT_EQ(stored(row.key), row.text) << "the bad text stays until the next save";
+    }
+}
+
+TEST_F(SettingsTest, OnlyTheFirstCopyWritesTheStore)
+{
+    store("DataLogging", "True");
+    settings.ReadSettings();
+    InstanceNumber = 2;
+    settings.DataLogging = false;
+    settings.ComPortNumber = 3;
+    settings.SaveSettings();
+    EXPECT_EQ(stored("DataLogging"), "True");
+    EXPECT_EQ(stored("ComPortNumber"), "<missing>");
+
+    // The number is looked at when saving, since a copy learns it only after the settings.
+    InstanceNumber = 1;
+    settings.SaveSettings();
+    EXPECT_EQ(stored("DataLogging"), "False");
+    EXPECT_EQ(stored("ComPortNumber"), "3");
+}
+
+TEST_F(SettingsTest, HoursUseTheSystemsDecimalSeparator)
+{
+    QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
+    store("DataFileSizeHours", "1,5");
+    settings.ReadSettings();
+    EXPECT_EQ(settings.DataFileSizeHours, 1.5);
+    settings.DataFileSizeHours = 0.75;
+    settings.SaveSettings();
+    EXPECT_EQ(stored("DataFileSizeHours"), "0,75");
+    EXPECT_TRUE(dialogs.boxes.isEmpty());
+}
