@@ -85,7 +85,7 @@ void Generator::emitFaults(double time, bool &chance96)
         SimBlock block;
         switch (fault.kind) {
         case FaultKind::MidBlock:
-            break;
+            continue;
         case FaultKind::Garbage:
             block.bytes = junk(fault.count);
             break;

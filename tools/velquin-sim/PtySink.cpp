@@ -12,10 +12,10 @@ namespace VelquinSim {
 
 namespace {
 
-/// Bytes nobody has read for about half a minute of line time: no receiver is listening, and
+/// Bytes nobody has read for a quarter of a minute of line time: no receiver is listening, and
 /// a real line would have lost them, so they are dropped rather than handed to the next one
 /// who opens the port.
-constexpr int kStaleBytes = 2048;
+constexpr int kStaleBytes = 1024;
 /// A reader that has taken nothing for this long is not coming back for the rest.
 constexpr int kStallMilliseconds = 3000;
 /// Bytes still on their way into the terminal's queue do not show in it: the queue must stay
