@@ -10,7 +10,6 @@ int main(int argc, char **argv)
         App::registerInstance();
         frmMain window;
         window.show();
-        window.openComPort();
         return Application::exec();
     } catch (const RuntimeError &error) {
         Application::endByError(error);

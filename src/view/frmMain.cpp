@@ -1,20 +1,15 @@
 #include "view/frmMain.h"
 
+#include "chart/Quillchart.h"
 #include "runtime/App.h"
 #include "runtime/RuntimeError.h"
 #include "view/LedShape.h"
+#include "view/ToolbarIcons.h"
+#include "view/Twips.h"
 
-#include <QActionGroup>
-#include <QHBoxLayout>
-#include <QLabel>
-#include <QMenuBar>
-#include <QStatusBar>
-#include <QToolBar>
-
-namespace {
-constexpr quint32 kLedGreen = 0x00FF00;
-constexpr quint32 kLedOff = 0;
-} // namespace
+#include <QLineEdit>
+#include <QScrollBar>
+#include <QTabWidget>
 
 frmMain::frmMain(QWidget *parent)
     : QMainWindow(parent)
@@ -22,110 +17,64 @@ frmMain::frmMain(QWidget *parent)
     , receiver(ComPort, ring, link, errors, TimerProcess)
     , decoder(ring, link, errors, *this, *this, TimerProcess)
 {
-    setWindowTitle(App::Title());
+    setWindowIcon(toolbarIcon(QStringLiteral("picLogo")));
     TimerProcess.setInterval(700);
     TimerCheckComData.setInterval(5000);
     TimerStopWaitForMethod.setInterval(15000);
     TimerSaveLog.setInterval(20000);
     connect(&TimerProcess, &QTimer::timeout, this, &frmMain::TimerProcess_Timer);
-    buildControls();
+    connect(&TimerCheckComData, &QTimer::timeout, this, &frmMain::TimerCheckComData_Timer);
+
+    buildMenus();
+    buildToolbar();
+    buildCharts();
+    buildAxisFrame();
+    buildLeds();
 
     ComPort.setRThreshold(50);
-    ComPort.setInBufferSize(32000);
-    ComPort.setCommPort(1);
     TimerProcess.start();
+    InitMainWindow();
 }
 
 frmMain::~frmMain() = default;
 
-void frmMain::buildControls()
+void frmMain::InitMainWindow()
 {
-    auto *mnuColectData = menuBar()->addMenu(QStringLiteral("Collect &Data"));
-    mnuStart = mnuColectData->addAction(QStringLiteral("&Record"));
-    mnuStart->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_R));
-    mnuStop = mnuColectData->addAction(QStringLiteral("&Stop"));
-    mnuStop->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_T));
-
-    auto *Toolsbar = addToolBar(QStringLiteral("Tools"));
-    Toolsbar->setObjectName(QStringLiteral("Toolsbar"));
-    auto *recordGroup = new QActionGroup(this);
-    cmdRecord = Toolsbar->addAction(QStringLiteral("Record"));
-    cmdRecord->setObjectName(QStringLiteral("cmdRecord"));
-    cmdStop = Toolsbar->addAction(QStringLiteral("Stop"));
-    cmdStop->setObjectName(QStringLiteral("cmdStop"));
-    for (QAction *button : {cmdRecord, cmdStop}) {
-        button->setCheckable(true);
-        recordGroup->addAction(button);
+    setWindowTitle(App::Title() + QStringLiteral(" - Velquin System: Default"));
+    CurrentChart = 0;
+    resize(twips(this, 8650), twips(this, 6300));
+    for (int i = 0; i < kTabCount; ++i) {
+        WindowMinutes[i] = 10.0;
+        ScrollChart[i]->setSingleStep(1);
+        ScrollChart[i]->setPageStep(10);
+        ScrollChart[i]->setRange(0, 0);
+        FullView[i] = true;
+        Zoomed[i] = false;
+        ChartViews[i] = {Chart[i]->UvAxisMin(),   Chart[i]->UvAxisMax(),   Chart[i]->CondAxisMin(),
+                         Chart[i]->CondAxisMax(), Chart[i]->TimeAxisMin(), float(WindowMinutes[i])};
     }
+    ChartSaved[0] = true;
+    TabChart->setCurrentIndex(0);
+    txtChartTime->setEnabled(false);
 
-    auto *frameLeds = new QWidget(this);
-    auto *ledLayout = new QHBoxLayout(frameLeds);
-    ledLayout->setContentsMargins(6, 0, 6, 0);
-    lblRecive = new QLabel(QStringLiteral("Receive:"), frameLeds);
-    ShapeReciveLed = new LedShape(frameLeds);
-    ledLayout->addWidget(lblRecive);
-    ledLayout->addWidget(ShapeReciveLed);
-    statusBar()->addPermanentWidget(frameLeds);
-
-    // No link until the instrument's stream is recognised.
-    ShapeReciveLed->setFillColor(kLedOff);
-    for (QAction *command : {mnuStart, mnuStop, cmdRecord, cmdStop})
-        command->setEnabled(false);
+    ComPort.setCommPort(ComPortNumber);
+    ComPort.setInBufferSize(32000);
+    ComDataLost();
+    ChartCount = 1;
+    ComDlg.Copies = 1;
+    Chart[0]->setChartTitle(QStringLiteral("Chart Recorder"));
+    mnuLogOn->setEnabled(!DataLogging);
+    mnuLogOff->setEnabled(DataLogging);
+    openComPort();
 }
 
-void frmMain::openComPort()
+void frmMain::showEvent(QShowEvent *event)
 {
-    const int number = trapError([&] { ComPort.setPortOpen(true); });
-    if (number != 0)
-        errors.HandelError(number);
-}
-
-void frmMain::TimerProcess_Timer()
-{
-    if (ring.ByteCount > 2)
-        decoder.ProcessComData();
-}
-
-void frmMain::syncFound()
-{
-    ChartRunActive = false;
-    ShapeReciveLed->setFillColor(kLedGreen);
+    QMainWindow::showEvent(event);
+    if (m_activated)
+        return;
+    m_activated = true;
+    // An instrument that sends nothing brings up the no-data dialog at the watchdog's first
+    // tick.
     TimerCheckComData.start();
-    if (DataLogging)
-        TimerSaveLog.start();
-    else
-        TimerSaveLog.stop();
-    mnuStart->setEnabled(true);
-    cmdRecord->setEnabled(true);
-    cmdStop->setEnabled(true);
 }
-
-void frmMain::passEnded()
-{}
-
-void frmMain::mnuStop_Click()
-{}
-
-void frmMain::mnuLogOff_Click()
-{}
-
-void frmMain::uvSample(quint8, float)
-{}
-
-void frmMain::condSample(float)
-{}
-
-void frmMain::eventNews(quint8)
-{}
-
-void frmMain::holdNews(quint8)
-{}
-
-void frmMain::runStatusNews(quint8)
-{}
-
-void frmMain::penStatusNews(quint8)
-{}
-
-void frmMain::methodText(const QString &)
-{}

@@ -9,33 +9,60 @@
 #include "acquisition/StreamDecoder.h"
 #include "documents/ErrorHandler.h"
 #include "documents/MenuCommands.h"
+#include "runtime/ComDlg.h"
+#include "runtime/Int16.h"
+#include "view/ViewState.h"
 
 #include <QMainWindow>
+#include <QString>
 #include <QTimer>
+
+#include <array>
 
 class LedShape;
 class QAction;
+class QComboBox;
+class QGroupBox;
 class QLabel;
+class QLineEdit;
+class QMenu;
+class QPushButton;
+class QRadioButton;
+class QScrollBar;
+class QTabWidget;
+class QToolBar;
+class Quillchart;
 
-/// The main window: owns the link, the timers and the controls, and wires the subsystems
-/// through their narrow interfaces. Its controls are public under their names, as a form's
-/// controls are, so that the subsystems' commands and the tests reach them.
+/// The main window: owns the link, the seven charts, the timers and the controls, and wires
+/// the subsystems through their narrow interfaces. Its controls are public under their names,
+/// as a form's controls are, so that the commands of the subsystems and the tests reach them.
+/// Its routines are split over files by concern: controls, layout, link, session.
 class frmMain : public QMainWindow, private DecoderHost, private InstrumentNews, public MenuCommands
 {
     Q_OBJECT
 
 public:
+    static constexpr int kTabCount = 5;
+    static constexpr int kChartCount = 7;
+
     explicit frmMain(QWidget *parent = nullptr);
     ~frmMain() override;
 
+    void InitMainWindow();
+    void ArrangeMainWindow();
     /// The last step of start-up: opens the link's port, reporting a failure to the error route.
     void openComPort();
 
+    // The record commands and the link watchdog.
+    void mnuStart_Click();
     void mnuStop_Click() override;
     void mnuLogOff_Click() override;
-
+    void Toolsbar_ButtonClick(QAction *Button);
     void TimerProcess_Timer();
+    void TimerCheckComData_Timer();
+    void ComDataLost();
 
+    // The link.
     LinkState link;
     ReceiveRing ring;
     SerialControl ComPort;
@@ -46,19 +73,101 @@ public:
     ErrorHandler errors;
     ComReceiver receiver;
     StreamDecoder decoder;
+    ::ComDlg ComDlg;
 
-    bool ChartRunActive = false;
+    // Settings and run state.
+    Int16 ComPortNumber = 1;
     bool DataLogging = true;
+    double DataFileSizeHours = 24.0;
+    bool Recording = false;
+    bool ChartRunActive = false;
+    Int16 ChartEventNumber;
+    bool ChartPausePending = false;
 
-    QAction *mnuStart = nullptr;
-    QAction *mnuStop = nullptr;
+    // Per-tab view state.
+    Int16 CurrentChart;
+    Int16 ChartCount = 1;
+    std::array<QString, kTabCount> ChartFileName;
+    std::array<bool, kTabCount> ChartSaved{true, true, true, true, true};
+    std::array<ChartViewState, kTabCount> ChartViews{};
+    std::array<double, kTabCount> WindowMinutes{10.0, 10.0, 10.0, 10.0, 10.0};
+    std::array<bool, kTabCount> FullView{true, true, true, true, true};
+    std::array<bool, kTabCount> Zoomed{};
+
+    // Controls.
+    std::array<Quillchart *, kChartCount> Chart{};
+    std::array<QScrollBar *, kTabCount> ScrollChart{};
+    QTabWidget *TabChart = nullptr;
+    QToolBar *Toolsbar = nullptr;
+    QAction *cmdOpen = nullptr;
+    QAction *cmdSave = nullptr;
+    QAction *cmdPrint = nullptr;
+    QAction *cmdClear = nullptr;
     QAction *cmdRecord = nullptr;
     QAction *cmdStop = nullptr;
+    QAction *cmdMethod = nullptr;
+    QAction *cmdNotes = nullptr;
+    QAction *cmdLogOn = nullptr;
+    QAction *cmdLogOff = nullptr;
+
+    QMenu *mnuFile = nullptr;
+    QAction *mnuOpenData = nullptr;
+    QAction *mnuOpenLog = nullptr;
+    QAction *mnuClose = nullptr;
+    QAction *mnuSaveData = nullptr;
+    QAction *mnuSaveDataAs = nullptr;
+    QAction *mnuSaveSlectedData = nullptr;
+    QAction *mnuSaveLog = nullptr;
+    QAction *mnuExport = nullptr;
+    QAction *mnuPrintSetup = nullptr;
+    QAction *mnuPrint = nullptr;
+    QAction *mnuExit = nullptr;
+    QMenu *mnuColectData = nullptr;
+    QAction *mnuStart = nullptr;
+    QAction *mnuStop = nullptr;
+    QAction *mnuClear = nullptr;
+    QAction *mnuLogOn = nullptr;
+    QAction *mnuLogOff = nullptr;
+    QAction *mnuLogName = nullptr;
+    QAction *mnuComPort = nullptr;
+    QMenu *mnuView = nullptr;
+    QAction *mnuMethod = nullptr;
+    QAction *mnuNotes = nullptr;
+    QMenu *mnuHelp = nullptr;
+    QAction *mnuIntro = nullptr;
+    QAction *mnuIndex = nullptr;
+    QAction *mnuAbout = nullptr;
+
+    QWidget *FrameScaleAxis = nullptr;
+    std::array<QGroupBox *, 3> FrameAxis{};
+    std::array<QComboBox *, 2> cmbYAxis{};
+    std::array<QLabel *, 3> lblAxis{};
+    std::array<QPushButton *, 2> cmdSet{};
+    std::array<QLineEdit *, 2> txtYAxisMin{};
+    std::array<QLabel *, 2> lblAxisMin{};
+    std::array<QRadioButton *, 2> optTimeAxis{};
+    QLineEdit *txtChartTime = nullptr;
+    QLabel *lblWindow = nullptr;
+    QPushButton *cmdSetTime = nullptr;
+    QPushButton *cmdRegistry = nullptr;
+
+    QWidget *frameLeds = nullptr;
     LedShape *ShapeReciveLed = nullptr;
     QLabel *lblRecive = nullptr;
+    QLabel *ImgLogo = nullptr;
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+    void showEvent(QShowEvent *event) override;
 
 private:
-    void buildControls();
+    void buildMenus();
+    void buildToolbar();
+    void buildCharts();
+    void buildAxisFrame();
+    void buildLeds();
+    void setRecordCommandsEnabled(bool fileCommands);
+    void followNewData();
 
     void syncFound() override;
     void passEnded() override;
@@ -70,4 +179,6 @@ private:
     void runStatusNews(quint8 value) override;
     void penStatusNews(quint8 value) override;
     void methodText(const QString &text) override;
+
+    bool m_activated = false;
 };

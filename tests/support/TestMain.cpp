@@ -23,6 +23,8 @@ int main(int argc, char **argv)
     qputenv("XDG_CONFIG_HOME", (dir.path() + QStringLiteral("/config")).toLocal8Bit());
     qputenv("XDG_DATA_HOME", (dir.path() + QStringLiteral("/data")).toLocal8Bit());
     qputenv("XDG_RUNTIME_DIR", dir.path().toLocal8Bit());
+    // No COM number reaches a device of the machine unless a test maps one.
+    qputenv("OSTREL_COMPORTS", "");
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     // The program's own application object, so that its top-level error handler is in force.

@@ -1,0 +1,81 @@
+#include "chart/Quillchart.h"
+#include "runtime/Numbers.h"
+#include "runtime/RuntimeError.h"
+#include "view/frmMain.h"
+
+#include <QAction>
+#include <QRadioButton>
+#include <QScrollBar>
+
+void frmMain::setRecordCommandsEnabled(bool fileCommands)
+{
+    for (QAction *command : {mnuSaveData, mnuSaveSlectedData, mnuSaveDataAs, mnuClear, mnuPrint,
+                             mnuPrintSetup, mnuExport, cmdPrint, cmdSave, cmdClear})
+        command->setEnabled(fileCommands);
+}
+
+void frmMain::mnuStart_Click()
+{
+    ChartSaved[0] = false;
+    Recording = true;
+    ChartEventNumber = 0;
+    ChartPausePending = false;
+    cmdRecord->setChecked(true);
+    // A recording leaves the commands of a file tab in front as they are.
+    if (CurrentChart == 0) {
+        setRecordCommandsEnabled(false);
+        ScrollChart[0]->setEnabled(false);
+    }
+    mnuComPort->setEnabled(false);
+    mnuStop->setEnabled(true);
+    mnuStart->setEnabled(false);
+    ignoreErrors([&] { Chart[CurrentChart]->setFocus(); });
+}
+
+void frmMain::mnuStop_Click()
+{
+    // Not guarded: a stop after more than 32767 minutes ends the program with Overflow.
+    const Int16 maximum = CInt(Chart[0]->GetLastTime() + 0.5 - WindowMinutes[0]);
+    ScrollChart[0]->setMaximum(maximum);
+    ScrollChart[0]->setValue(ScrollChart[0]->maximum());
+    Recording = false;
+    cmdStop->setChecked(true);
+    if (CurrentChart == 0) {
+        setRecordCommandsEnabled(true);
+        if (optTimeAxis[1]->isChecked())
+            ScrollChart[0]->setEnabled(true);
+    }
+    mnuComPort->setEnabled(true);
+    mnuStop->setEnabled(false);
+    mnuStart->setEnabled(true);
+}
+
+void frmMain::mnuLogOff_Click()
+{
+    cmdLogOff->setChecked(true);
+    mnuLogOn->setEnabled(true);
+    mnuLogOff->setEnabled(false);
+    DataLogging = false;
+    TimerSaveLog.stop();
+}
+
+void frmMain::Toolsbar_ButtonClick(QAction *Button)
+{
+    if (Button == cmdRecord)
+        mnuStart_Click();
+    else if (Button == cmdStop)
+        mnuStop_Click();
+}
+
+void frmMain::followNewData()
+{
+    Quillchart &chart = *Chart[0];
+    if (!chart.IsLastPointVisible()) {
+        const float span = chart.TimeAxisMax() - chart.TimeAxisMin();
+        const float last = chart.GetLastTime();
+        chart.setTimeAxisMax(last + span / 10.0f);
+        chart.setTimeAxisMin(chart.TimeAxisMax() - span);
+        chart.Redraw();
+    }
+    chart.DrawNewData();
+}
