@@ -33,8 +33,10 @@ void DecoderRig::play(const SimStream &stream)
         for (const WireWrite &write : line.place(block)) {
             for (; due <= write.at; due += kTickSeconds)
                 tick();
-            if (write.at - lastWrite > kWatchdogSeconds)
+            if (write.at - lastWrite > kWatchdogSeconds) {
                 link.FirstSyncFound = false;
+                linkLosses.append(m_fed);
+            }
             lastWrite = write.at;
             held += write.bytes;
             if (held.size() >= kThreshold) {

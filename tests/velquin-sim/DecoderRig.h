@@ -41,6 +41,8 @@ public:
 
     QStringList news;
     QList<Reported> errors;
+    /// Stream bytes in the ring each time the watchdog dropped the link.
+    QList<qint64> linkLosses;
     int syncs = 0;
     int menuCalls = 0;
     LinkState link;

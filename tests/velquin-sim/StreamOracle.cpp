@@ -52,25 +52,33 @@ qsizetype need(const SimBlock &block)
 
 } // namespace
 
-StreamOracle::StreamOracle(const SimStream &stream, const QList<DecoderRig::Reported> &errors)
+StreamOracle::StreamOracle(const SimStream &stream, const QList<DecoderRig::Reported> &errors,
+                           const QList<qint64> &linkLosses)
     : m_stream(stream)
 {
     const QByteArray &bytes = stream.bytes;
+    QList<qint64> lossOffsets;
+    for (qint64 fed : linkLosses)
+        lossOffsets.append(offsetOf(passEnd(-1, fed)));
     qint64 syncAt = syncPosition(0);
     syncs = syncAt < bytes.size() ? 1 : 0;
     qsizetype parameterErrors = 0;
     for (qsizetype i = 0; i < stream.blocks.size(); ++i) {
         const SimBlock &block = stream.blocks.at(i);
+        while (!lossOffsets.isEmpty() && block.offset >= lossOffsets.first()) {
+            const qint64 lost = lossOffsets.takeFirst();
+            if (syncAt <= lost) {
+                syncAt = syncPosition(lost);
+                syncs += syncAt < bytes.size() ? 1 : 0;
+            }
+        }
         if (block.offset < syncAt)
             continue;
-        const bool silence = block.fault.startsWith(QLatin1String("silence"));
         const bool junk = block.fault.startsWith(QLatin1String("garbage")) ||
                           block.fault.startsWith(QLatin1String("unknown"));
         const bool parameter = block.fault.startsWith(QLatin1String("param"));
         qint64 searchFrom = -1;
-        if (silence && block.value > 10) {
-            searchFrom = block.offset;
-        } else if (junk && quint8(bytes.at(block.offset)) != kSync) {
+        if (junk && quint8(bytes.at(block.offset)) != kSync) {
             addEntry(QStringLiteral("ERROR - Lost Sync."),
                      QStringLiteral("Sub PeekDataBlock; Sync Byte Expected; Actual Byte Received:"),
                      block.offset);
@@ -91,7 +99,7 @@ StreamOracle::StreamOracle(const SimStream &stream, const QList<DecoderRig::Repo
                 if (const QString item = newsOf(stream.blocks.at(j)); !item.isEmpty())
                     news.append(item);
             }
-            searchFrom = end < stream.blocks.size() ? stream.blocks.at(end).offset : bytes.size();
+            searchFrom = offsetOf(end);
             i = end - 1;
         } else if (const QString item = newsOf(block); !item.isEmpty()) {
             news.append(item);
@@ -143,4 +151,10 @@ qsizetype StreamOracle::passEnd(qsizetype after, qint64 fed) const
             return j;
     }
     return m_stream.blocks.size();
+}
+
+qint64 StreamOracle::offsetOf(qsizetype block) const
+{
+    return block < m_stream.blocks.size() ? m_stream.blocks.at(block).offset
+                                          : m_stream.bytes.size();
 }

@@ -11,9 +11,11 @@
 class StreamOracle
 {
 public:
-    /// `errors` tells where a pass that met a wrong parameter ended: at the last whole block
-    /// in the ring.
-    StreamOracle(const SimStream &stream, const QList<DecoderRig::Reported> &errors);
+    /// What the rig fed tells where a pass ended, at the last whole block in the ring: after a
+    /// wrong parameter (`errors`), and when the link was dropped (`linkLosses`); bytes held
+    /// back by the receive threshold before a silence are searched through after it.
+    StreamOracle(const SimStream &stream, const QList<DecoderRig::Reported> &errors,
+                 const QList<qint64> &linkLosses = {});
 
     QStringList news;
     /// The expected ChartErr.log, date lines as "<date>".
@@ -24,7 +26,9 @@ private:
     [[nodiscard]] qint64 syncPosition(qint64 from) const;
     [[nodiscard]] QString dump(qint64 position) const;
     void addEntry(const QString &message, const QString &debugText, qint64 position);
+    /// The first block after `after` that the ring did not hold whole with `fed` bytes.
     [[nodiscard]] qsizetype passEnd(qsizetype after, qint64 fed) const;
+    [[nodiscard]] qint64 offsetOf(qsizetype block) const;
 
     const SimStream &m_stream;
 };

@@ -27,7 +27,7 @@ void expectAsSent(const Scenario &scenario, DecoderRig &rig, int expectedEntries
 {
     const SimStream stream = SimStream::play(scenario);
     rig.play(stream);
-    const StreamOracle oracle(stream, rig.errors);
+    const StreamOracle oracle(stream, rig.errors, rig.linkLosses);
     EXPECT_EQ(rig.log().toStdString(), oracle.log.toStdString());
     EXPECT_EQ(int(rig.errors.size()), expectedEntries);
     EXPECT_EQ(oracle.log.count(QStringLiteral("<date>")), expectedEntries);
@@ -150,4 +150,18 @@ TEST(StreamThroughDecoder, BurstBeyondTheRingFallsIntoSyncLossOnly)
     EXPECT_EQ(rig.news.mid(0, newsBefore).join(QLatin1Char('|')).toStdString(),
               sent.news.mid(0, newsBefore).join(QLatin1Char('|')).toStdString());
     EXPECT_GT(rig.news.size(), newsBefore + 100) << "decoding goes on after the overrun";
+}
+
+TEST(StreamThroughDecoder, ShippedFaultScenarioLogsOneEntryPerSyncLoss)
+{
+    Scenario scenario;
+    QString error;
+    ASSERT_TRUE(scenario.readFile(
+        QStringLiteral(OSTREL_SOURCE_DIR "/tools/velquin-sim/scenarios/line-faults.json"), &error));
+    scenario.speed = 0;
+    DecoderRig rig;
+    // Junk, an unknown type and a wrong run byte log; the cut start, the chance sync byte, the
+    // silence and a burst the ring can hold do not.
+    expectAsSent(scenario, rig, 3);
+    EXPECT_EQ(rig.syncs, 5);
 }
