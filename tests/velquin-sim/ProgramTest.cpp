@@ -153,7 +153,7 @@ TEST(Program, HelpGivesAWholeExampleForEveryOption)
                                 "--speed 10",
                                 "--seed 42",
                                 "--fault unknown@12:0x47",
-                                "--scenario demo.json",
+                                "--scenario tools/velquin-sim/scenarios/line-faults.json",
                                 "--out run.bin --speed 0",
                                 "--device /dev/ttyUSB0",
                                 "--manifest run.json",

@@ -20,7 +20,7 @@ Examples:
   velquin-sim --pty --kind letters --runs 2 --run-minutes 3 --idle-seconds 10
   velquin-sim --out run.bin --manifest run.json --speed 0 --runs 1 --seed 7
   velquin-sim --pty --fault garbage@30:8 --fault silence@60:15 --fault param@90:R:9
-  velquin-sim --device /dev/ttyUSB0 --scenario demo.json
+  velquin-sim --device /dev/ttyUSB0 --scenario tools/velquin-sim/scenarios/line-faults.json
 
 Faults (--fault, may be given several times; TIME in seconds from the start):
   midblock[:N]        the stream starts N bytes (1-5, default 3) into its first block
@@ -82,7 +82,7 @@ const Value kValues[] = {
      "fault", nullptr},
     {"scenario",
      "Reads the scenario from a JSON file (see above). "
-     "Example: --scenario demo.json",
+     "Example: --scenario tools/velquin-sim/scenarios/line-faults.json",
      "file", nullptr},
     {"out",
      "Writes the raw bytes to a file instead of a pseudo-terminal. "
