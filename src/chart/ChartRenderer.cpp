@@ -116,14 +116,16 @@ ChartRenderer::ChartRenderer(const SampleStore &store, const ChartAnnotations &a
 {}
 
 PlotGeometry ChartRenderer::paint(QPainter &painter, const QRectF &rect, const ChartAxes &axes,
-                                  const QString &title, const QFont &baseFont) const
+                                  const QString &title, const QFont &baseFont,
+                                  const PlotContent &content) const
 {
     const DevicePixels device(painter);
     const QFont font = device.font(baseFont);
     const ChartFrame frame(device.map(rect), axes, font, device.unit(), painter.device());
     frame.paintBackground(painter);
-    TracePainter(m_store, frame.geometry()).paint(painter, 0, m_store.count() - 1);
-    paintAnnotations(painter, frame.geometry(), 0, 0, font, device.unit());
+    TracePainter(m_store, frame.geometry(), content).paint(painter, 0, m_store.count() - 1);
+    if (content.marks)
+        paintAnnotations(painter, frame.geometry(), 0, 0, font, device.unit());
     frame.paintAxes(painter, title);
     return frame.geometry();
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "chart/PlotContent.h"
 #include "chart/PlotGeometry.h"
 
 #include <QFont>
@@ -26,7 +27,8 @@ public:
     /// Paints the whole chart into `rect` (the painter's coordinates) and answers where the plot
     /// went, in the device's pixels.
     PlotGeometry paint(QPainter &painter, const QRectF &rect, const ChartAxes &axes,
-                       const QString &title, const QFont &font) const;
+                       const QString &title, const QFont &font,
+                       const PlotContent &content = {}) const;
 
     /// Paints, over an earlier `paint` with `geometry`, the samples from `firstSample` on and
     /// the marks and method texts from the given positions on. Answers the device pixels

@@ -7,15 +7,18 @@
 #include "chart/LogReader.h"
 #include "chart/LogWriter.h"
 #include "chart/PlotGeometry.h"
+#include "chart/PrintLayout.h"
 #include "chart/RunData.h"
 #include "chart/RunFileCodec.h"
 #include "chart/SampleStore.h"
+#include "chart/TextExport.h"
 #include "runtime/RuntimeError.h"
 
 #include <QFile>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QPrinter>
 #include <QRubberBand>
 
 #include <algorithm>
@@ -32,6 +35,7 @@ constexpr int kMinDragPixels = 3;
 
 constexpr qint16 kFileOpenError = -18;
 constexpr qint16 kLogCorrupted = -21;
+constexpr qint16 kPrintError = -14;
 
 QByteArray encodeWhole(const SampleStore &store, const ChartAnnotations &annotations,
                        const ChartAxes &axes, const QString &title, RunFileCodec::Kind kind)
@@ -358,6 +362,60 @@ QString Quillchart::GetMethodText() const
     for (const MethodText &text : m_annotations->methodTexts())
         texts.append(text.text);
     return texts.join(QLatin1String("\r\n"));
+}
+
+qint16 Quillchart::ExportData(const QString &FileName, qint16 IncludeUV, qint16 IncludeCond,
+                              qint16 IncludeEvents, qint16 IncludeNotes, qint16 IncludeMethod,
+                              qint16 MethodPosition, float TimeFrom, float TimeTo, float SampleRate,
+                              qint32 PointCount)
+{
+    if (MethodPosition < 0 || MethodPosition > 2)
+        return qint16(ErrorNumber::InvalidPropertyValue);
+    TextExport::Options options;
+    options.uv = IncludeUV != 0;
+    options.conductivity = IncludeCond != 0;
+    options.events = IncludeEvents != 0;
+    options.notes = IncludeNotes != 0;
+    options.method = IncludeMethod != 0;
+    options.methodPosition = TextExport::MethodPosition(MethodPosition);
+    options.timeFrom = TimeFrom;
+    options.timeTo = TimeTo;
+    options.sampleRate = SampleRate;
+    options.pointCount = PointCount;
+    const QByteArray text = TextExport(*m_store, *m_annotations, m_title).text(options);
+    if (text.isEmpty())
+        return qint16(ErrorNumber::InvalidPropertyValue);
+    return DurableFile::write(FileName, text) ? 0 : qint16(ErrorNumber::PathFileAccess);
+}
+
+void Quillchart::PrintChart(bool PrintChromatogram, bool PrintMethod, bool PrintNotes,
+                            qint32 TraceFlags)
+{
+    QPrinter printer(QPrinter::HighResolution);
+    if (!m_printFileName.isEmpty()) {
+        printer.setOutputFormat(QPrinter::PdfFormat);
+        printer.setOutputFileName(m_printFileName);
+    } else if (!m_printerName.isEmpty()) {
+        printer.setPrinterName(m_printerName);
+    }
+    printer.setDocName(m_title);
+    printer.setCopyCount(1);
+    PrintLayout::Options options;
+    options.chromatogram = PrintChromatogram;
+    options.method = PrintMethod;
+    options.notes = PrintNotes;
+    options.content.marks = (TraceFlags & 1) != 0;
+    options.content.conductivity = (TraceFlags & 2) != 0;
+    options.content.uv = (TraceFlags & 4) != 0;
+    const PrintLayout layout(*m_renderer, *m_annotations, m_axes, m_title, font());
+    if (!printer.isValid() || !layout.print(printer, options))
+        emit ChartError(m_index, kPrintError);
+}
+
+void Quillchart::setPrintTarget(const QString &printerName, const QString &outputFileName)
+{
+    m_printerName = printerName;
+    m_printFileName = outputFileName;
 }
 
 qint16 Quillchart::WriteLog(const QString &LogDirectory, qint16, qint32, double DataFileSizeHours)

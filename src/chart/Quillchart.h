@@ -63,6 +63,22 @@ public:
     /// All method texts in order of arrival, separated by CR LF.
     [[nodiscard]] QString GetMethodText() const;
 
+    /// Writes the stretch `TimeFrom` to `TimeTo` as a tab-separated text file of exactly
+    /// `PointCount` points at `SampleRate` points a second; the flags are 1 for yes. 0 once the
+    /// file is written, else a run-time error number.
+    qint16 ExportData(const QString &FileName, qint16 IncludeUV, qint16 IncludeCond,
+                      qint16 IncludeEvents, qint16 IncludeNotes, qint16 IncludeMethod,
+                      qint16 MethodPosition, float TimeFrom, float TimeTo, float SampleRate,
+                      qint32 PointCount);
+
+    /// Prints one copy of the report on the printer chosen by `setPrintTarget`: the title,
+    /// the chromatogram with the traces `TraceFlags` asks for (1 events, 2 conductivity, 4 UV),
+    /// the method text and the notes. A failure raises ChartError -14.
+    void PrintChart(bool PrintChromatogram, bool PrintMethod, bool PrintNotes, qint32 TraceFlags);
+    /// The printer `PrintChart` prints on, by name (empty for the default), or, with an
+    /// output file name, a PDF file.
+    void setPrintTarget(const QString &printerName, const QString &outputFileName);
+
     /// Appends what came since the last successful call to the log in `LogDirectory`, and
     /// answers 0 once it is on the disk, else the run-time error number of the failure.
     /// Nothing is acknowledged on failure: the next call writes it again. `Interval` is not
@@ -133,6 +149,9 @@ private:
     qint64 m_drawnSamples = 0;
     std::size_t m_drawnMarks = 0;
     std::size_t m_drawnMethodTexts = 0;
+
+    QString m_printerName;
+    QString m_printFileName;
 
     std::optional<ChartAxes> m_axesBeforeZoom;
     QRubberBand *m_rubberBand = nullptr;

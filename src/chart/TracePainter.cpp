@@ -36,9 +36,11 @@ bool barOf(const Extent &extent, RowOf rowOf, const Bar *previous, Bar &bar)
 
 } // namespace
 
-TracePainter::TracePainter(const SampleStore &store, const PlotGeometry &geometry)
+TracePainter::TracePainter(const SampleStore &store, const PlotGeometry &geometry,
+                           const PlotContent &content)
     : m_store(store)
     , m_geometry(geometry)
+    , m_content(content)
 {}
 
 QRect TracePainter::paint(QPainter &painter, qint64 first, qint64 last) const
@@ -68,6 +70,9 @@ QRect TracePainter::paintColumns(QPainter &painter, qint64 first, qint64 last) c
     std::vector<PairExtent> columns(std::size_t(to - from + 2));
     m_store.columns(m_geometry.timeAt(from - 1.5), m_geometry.minutesPerColumn(), columns);
 
+    // A wide trace centres each bar on its column and widens it as much at both ends.
+    const int width = std::max(1, m_content.traceWidth);
+    const int half = (width - 1) / 2;
     const auto drawTrace = [&](const QColor &color, Extent PairExtent::*channel, auto rowOf) {
         Bar previous{};
         bool hasPrevious = barOf(columns[0].*channel, rowOf, nullptr, previous);
@@ -77,14 +82,18 @@ QRect TracePainter::paintColumns(QPainter &painter, qint64 first, qint64 last) c
                 hasPrevious = false;
                 continue;
             }
-            painter.fillRect(QRect(from + int(k) - 1, bar.top, 1, bar.bottom - bar.top + 1), color);
+            painter.fillRect(QRect(from + int(k) - 1 - half, bar.top - half, width,
+                                   bar.bottom - bar.top + width),
+                             color);
             previous = bar;
             hasPrevious = true;
         }
     };
-    drawTrace(ChartPalette::kUv, &PairExtent::uv, [&](float v) { return m_geometry.uvRow(v); });
-    drawTrace(ChartPalette::kConductivity, &PairExtent::conductivity,
-              [&](float v) { return m_geometry.condRow(v); });
+    if (m_content.uv)
+        drawTrace(ChartPalette::kUv, &PairExtent::uv, [&](float v) { return m_geometry.uvRow(v); });
+    if (m_content.conductivity)
+        drawTrace(ChartPalette::kConductivity, &PairExtent::conductivity,
+                  [&](float v) { return m_geometry.condRow(v); });
     return QRect(from, plot.top(), to - from + 1, plot.height());
 }
 
@@ -110,14 +119,16 @@ QRect TracePainter::paintLines(QPainter &painter, qint64 first, qint64 last) con
             lines.emplace_back(m_geometry.xOf(SampleStore::timeOf(i)), rowOf(a),
                                m_geometry.xOf(SampleStore::timeOf(i + 1)), rowOf(b));
         }
-        QPen pen(color, 1);
+        QPen pen(color, std::max(1, m_content.traceWidth));
         pen.setCosmetic(true);
         painter.setPen(pen);
         painter.drawLines(lines.data(), int(lines.size()));
     };
-    drawTrace(ChartPalette::kUv, &SamplePair::uv, [&](float v) { return m_geometry.uvRow(v); });
-    drawTrace(ChartPalette::kConductivity, &SamplePair::conductivity,
-              [&](float v) { return m_geometry.condRow(v); });
+    if (m_content.uv)
+        drawTrace(ChartPalette::kUv, &SamplePair::uv, [&](float v) { return m_geometry.uvRow(v); });
+    if (m_content.conductivity)
+        drawTrace(ChartPalette::kConductivity, &SamplePair::conductivity,
+                  [&](float v) { return m_geometry.condRow(v); });
 
     const int left =
         std::max(int(std::floor(m_geometry.xOf(SampleStore::timeOf(first)))), plot.left());

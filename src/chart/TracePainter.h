@@ -1,5 +1,7 @@
 #pragma once
 
+#include "chart/PlotContent.h"
+
 #include <QtGlobal>
 
 class PlotGeometry;
@@ -16,7 +18,8 @@ class SampleStore;
 class TracePainter
 {
 public:
-    TracePainter(const SampleStore &store, const PlotGeometry &geometry);
+    TracePainter(const SampleStore &store, const PlotGeometry &geometry,
+                 const PlotContent &content = {});
 
     /// Draws the samples [first, last] where they fall inside the plot and answers the part of
     /// the plot that was touched (empty when none).
@@ -28,4 +31,5 @@ private:
 
     const SampleStore &m_store;
     const PlotGeometry &m_geometry;
+    PlotContent m_content;
 };

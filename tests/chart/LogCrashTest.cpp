@@ -1,4 +1,5 @@
 #include "RunContent.h"
+#include "ScratchRoot.h"
 #include "TestEnvironment.h"
 #include "chart/Quillchart.h"
 #include "chart/RunData.h"
@@ -22,14 +23,6 @@ constexpr int kTrials = 500;
 // The child starts in some 20 ms and then writes every few hundred microseconds; kills spread
 // over that span land before the first write, during file creation and between any two steps.
 constexpr int kMaxKillDelayMs = 60;
-
-QString scratchRoot()
-{
-    // Memory-backed when there is one: the kill, not the disk, is under test, and syncs there
-    // cost nothing, so each trial sees many writes.
-    const QString shm = QStringLiteral("/dev/shm");
-    return QFileInfo(shm).isDir() && QFileInfo(shm).isWritable() ? shm : testHome();
-}
 
 } // namespace
 

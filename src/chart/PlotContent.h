@@ -1,0 +1,12 @@
+#pragma once
+
+/// What a plot shows of a run, and how heavily: the screen shows everything in hairlines, a
+/// printed report what the operator chose, with traces thick enough for a fine printer.
+struct PlotContent
+{
+    bool uv = true;
+    bool conductivity = true;
+    bool marks = true;
+    /// Width of a trace in the device's pixels.
+    int traceWidth = 1;
+};
