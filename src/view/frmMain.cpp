@@ -1,5 +1,6 @@
 #include "view/frmMain.h"
 
+#include "acquisition/ComPortStartup.h"
 #include "chart/Quillchart.h"
 #include "runtime/App.h"
 #include "runtime/RuntimeError.h"
@@ -11,11 +12,28 @@
 #include <QScrollBar>
 #include <QTabWidget>
 
+namespace {
+std::array<Quillchart *, frmMain::kChartCount> createCharts()
+{
+    std::array<Quillchart *, frmMain::kChartCount> charts{};
+    for (int i = 0; i < frmMain::kChartCount; ++i) {
+        charts[i] = new Quillchart;
+        charts[i]->setIndex(qint16(i));
+    }
+    return charts;
+}
+} // namespace
+
 frmMain::frmMain(QWidget *parent)
     : QMainWindow(parent)
+    , Chart(createCharts())
+    , InstanceNumber(App::PrevInstance() ? 2 : 1)
     , errors(link, ComPort, *this)
+    , settings(errors, InstanceNumber)
+    , intake(*Chart[0], *Chart[5], link, errors, *this, TimerStopWaitForMethod,
+             settings.DataLogging)
     , receiver(ComPort, ring, link, errors, TimerProcess)
-    , decoder(ring, link, errors, *this, *this, TimerProcess)
+    , decoder(ring, link, errors, intake, *this, TimerProcess)
 {
     setWindowIcon(toolbarIcon(QStringLiteral("picLogo")));
     TimerProcess.setInterval(700);
@@ -41,6 +59,7 @@ frmMain::~frmMain() = default;
 void frmMain::InitMainWindow()
 {
     setWindowTitle(App::Title() + QStringLiteral(" - Velquin System: Default"));
+    settings.ReadSettings();
     CurrentChart = 0;
     resize(twips(this, 8650), twips(this, 6300));
     for (int i = 0; i < kTabCount; ++i) {
@@ -57,15 +76,27 @@ void frmMain::InitMainWindow()
     TabChart->setCurrentIndex(0);
     txtChartTime->setEnabled(false);
 
-    ComPort.setCommPort(ComPortNumber);
-    ComPort.setInBufferSize(32000);
+    if (chooseComPortAtStartup(ComPort, settings.ComPortNumber, link, TimerCheckComData,
+                               App::PrevInstance(), this)) {
+        mnuExit_Click();
+        return;
+    }
     ComDataLost();
     ChartCount = 1;
     ComDlg.Copies = 1;
     Chart[0]->setChartTitle(QStringLiteral("Chart Recorder"));
-    mnuLogOn->setEnabled(!DataLogging);
-    mnuLogOff->setEnabled(DataLogging);
-    openComPort();
+    mnuLogOn->setEnabled(!settings.DataLogging);
+    mnuLogOff->setEnabled(settings.DataLogging);
+    cmdLogOn->setChecked(settings.DataLogging);
+    cmdLogOff->setChecked(!settings.DataLogging);
+    openComPortAtStartup(ComPort, settings.ComPortNumber, link, TimerCheckComData, errors, this);
+}
+
+void frmMain::closeEvent(QCloseEvent *event)
+{
+    // Only the first copy writes; a failure has nobody left to tell.
+    ignoreErrors([&] { settings.SaveSettings(); });
+    QMainWindow::closeEvent(event);
 }
 
 void frmMain::showEvent(QShowEvent *event)

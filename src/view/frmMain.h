@@ -2,13 +2,15 @@
 
 #include "acquisition/ComReceiver.h"
 #include "acquisition/DecoderHost.h"
-#include "acquisition/InstrumentNews.h"
 #include "acquisition/LinkState.h"
 #include "acquisition/ReceiveRing.h"
+#include "acquisition/RecordCommands.h"
+#include "acquisition/SampleIntake.h"
 #include "acquisition/SerialControl.h"
 #include "acquisition/StreamDecoder.h"
 #include "documents/ErrorHandler.h"
 #include "documents/MenuCommands.h"
+#include "documents/Settings.h"
 #include "runtime/ComDlg.h"
 #include "runtime/Int16.h"
 #include "view/ViewState.h"
@@ -37,7 +39,7 @@ class Quillchart;
 /// the subsystems through their narrow interfaces. Its controls are public under their names,
 /// as a form's controls are, so that the commands of the subsystems and the tests reach them.
 /// Its routines are split over files by concern: controls, layout, link, session.
-class frmMain : public QMainWindow, private DecoderHost, private InstrumentNews, public MenuCommands
+class frmMain : public QMainWindow, private DecoderHost, public RecordCommands, public MenuCommands
 {
     Q_OBJECT
 
@@ -53,16 +55,23 @@ public:
     /// The last step of start-up: opens the link's port, reporting a failure to the error route.
     void openComPort();
 
-    // The record commands and the link watchdog.
-    void mnuStart_Click();
+    // The record commands, logging and the link watchdog.
+    void mnuStart_Click() override;
     void mnuStop_Click() override;
+    void mnuLogOn_Click();
     void mnuLogOff_Click() override;
+    void mnuComPort_Click();
+    void mnuExit_Click();
     void Toolsbar_ButtonClick(QAction *Button);
     void TimerProcess_Timer();
     void TimerCheckComData_Timer();
     void ComDataLost();
 
+    // The seven charts come first: the intake holds the recorder's and the log's.
+    std::array<Quillchart *, kChartCount> Chart;
+
     // The link.
+    Int16 InstanceNumber = 1;
     LinkState link;
     ReceiveRing ring;
     SerialControl ComPort;
@@ -71,18 +80,11 @@ public:
     QTimer TimerStopWaitForMethod;
     QTimer TimerSaveLog;
     ErrorHandler errors;
+    Settings settings;
+    SampleIntake intake;
     ComReceiver receiver;
     StreamDecoder decoder;
     ::ComDlg ComDlg;
-
-    // Settings and run state.
-    Int16 ComPortNumber = 1;
-    bool DataLogging = true;
-    double DataFileSizeHours = 24.0;
-    bool Recording = false;
-    bool ChartRunActive = false;
-    Int16 ChartEventNumber;
-    bool ChartPausePending = false;
 
     // Per-tab view state.
     Int16 CurrentChart;
@@ -95,7 +97,6 @@ public:
     std::array<bool, kTabCount> Zoomed{};
 
     // Controls.
-    std::array<Quillchart *, kChartCount> Chart{};
     std::array<QScrollBar *, kTabCount> ScrollChart{};
     QTabWidget *TabChart = nullptr;
     QToolBar *Toolsbar = nullptr;
@@ -157,6 +158,7 @@ public:
     QLabel *ImgLogo = nullptr;
 
 protected:
+    void closeEvent(QCloseEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
     void showEvent(QShowEvent *event) override;
 
@@ -171,14 +173,6 @@ private:
 
     void syncFound() override;
     void passEnded() override;
-
-    void uvSample(quint8 type, float value) override;
-    void condSample(float value) override;
-    void eventNews(quint8 value) override;
-    void holdNews(quint8 value) override;
-    void runStatusNews(quint8 value) override;
-    void penStatusNews(quint8 value) override;
-    void methodText(const QString &text) override;
 
     bool m_activated = false;
 };

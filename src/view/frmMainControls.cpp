@@ -87,7 +87,10 @@ void frmMain::buildMenus()
 
     connect(mnuStart, &QAction::triggered, this, &frmMain::mnuStart_Click);
     connect(mnuStop, &QAction::triggered, this, &frmMain::mnuStop_Click);
-    connect(mnuExit, &QAction::triggered, this, &QWidget::close);
+    connect(mnuLogOn, &QAction::triggered, this, &frmMain::mnuLogOn_Click);
+    connect(mnuLogOff, &QAction::triggered, this, &frmMain::mnuLogOff_Click);
+    connect(mnuComPort, &QAction::triggered, this, &frmMain::mnuComPort_Click);
+    connect(mnuExit, &QAction::triggered, this, &frmMain::mnuExit_Click);
 }
 
 void frmMain::buildToolbar()
@@ -148,10 +151,8 @@ void frmMain::buildCharts()
 {
     TabChart = new QTabWidget(this);
     TabChart->setDocumentMode(false);
-    for (int i = 0; i < kChartCount; ++i) {
-        Chart[i] = new Quillchart(this);
-        Chart[i]->setIndex(qint16(i));
-    }
+    for (int i = kTabCount; i < kChartCount; ++i)
+        Chart[i]->setParent(this);
     for (int i = 0; i < kTabCount; ++i) {
         auto *page = new QWidget(TabChart);
         auto *column = new QVBoxLayout(page);

@@ -1,4 +1,5 @@
 #include "acquisition/frmNoData.h"
+#include "acquisition/frmSetup.h"
 #include "chart/Quillchart.h"
 #include "runtime/RuntimeError.h"
 #include "view/LedShape.h"
@@ -11,13 +12,6 @@ constexpr quint32 kLedGreen = 0x00FF00;
 constexpr quint32 kLedOff = 0;
 } // namespace
 
-void frmMain::openComPort()
-{
-    const int number = trapError([&] { ComPort.setPortOpen(true); });
-    if (number != 0)
-        errors.HandelError(number);
-}
-
 void frmMain::TimerProcess_Timer()
 {
     if (ring.ByteCount > 2)
@@ -26,13 +20,15 @@ void frmMain::TimerProcess_Timer()
 
 void frmMain::syncFound()
 {
-    ChartRunActive = false;
+    intake.ChartRunActive = false;
     ShapeReciveLed->setFillColor(kLedGreen);
     TimerCheckComData.start();
-    if (DataLogging)
+    if (settings.DataLogging) {
         TimerSaveLog.start();
-    else
+        intake.LogEventNumber = intake.ChartEventNumber;
+    } else {
         TimerSaveLog.stop();
+    }
     mnuStart->setEnabled(true);
     cmdRecord->setEnabled(true);
     cmdStop->setEnabled(true);
@@ -40,7 +36,7 @@ void frmMain::syncFound()
 
 void frmMain::passEnded()
 {
-    if (Recording)
+    if (intake.Recording)
         followNewData();
 }
 
@@ -52,9 +48,9 @@ void frmMain::TimerCheckComData_Timer()
         frmNoData dialog(this);
         dialog.exec();
         if (dialog.choice() == frmNoData::Exit)
-            mnuExit->trigger();
+            mnuExit_Click();
         else if (dialog.choice() == frmNoData::Setup)
-            mnuComPort->trigger();
+            mnuComPort_Click();
     }
     link.ComDataSeen = false;
 }
@@ -64,31 +60,17 @@ void frmMain::ComDataLost()
     link.DataBusy = true;
     ShapeReciveLed->setFillColor(kLedOff);
     TimerCheckComData.stop();
-    if (Recording)
+    if (intake.Recording)
         mnuStop_Click();
     for (QAction *command : {mnuStart, cmdRecord, mnuStop, cmdStop})
         command->setEnabled(false);
     link.FirstSyncFound = false;
+    intake.ChartLabelType = 0;
     link.DataBusy = false;
 }
 
-void frmMain::uvSample(quint8, float)
-{}
-
-void frmMain::condSample(float)
-{}
-
-void frmMain::eventNews(quint8)
-{}
-
-void frmMain::holdNews(quint8)
-{}
-
-void frmMain::runStatusNews(quint8)
-{}
-
-void frmMain::penStatusNews(quint8)
-{}
-
-void frmMain::methodText(const QString &)
-{}
+void frmMain::mnuComPort_Click()
+{
+    frmSetup form(ComPort, settings.ComPortNumber, link, TimerCheckComData, this);
+    form.exec();
+}

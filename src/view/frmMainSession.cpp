@@ -4,6 +4,7 @@
 #include "view/frmMain.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QRadioButton>
 #include <QScrollBar>
 
@@ -17,9 +18,9 @@ void frmMain::setRecordCommandsEnabled(bool fileCommands)
 void frmMain::mnuStart_Click()
 {
     ChartSaved[0] = false;
-    Recording = true;
-    ChartEventNumber = 0;
-    ChartPausePending = false;
+    intake.Recording = true;
+    intake.ChartEventNumber = 0;
+    intake.ChartPausePending = false;
     cmdRecord->setChecked(true);
     // A recording leaves the commands of a file tab in front as they are.
     if (CurrentChart == 0) {
@@ -38,7 +39,7 @@ void frmMain::mnuStop_Click()
     const Int16 maximum = CInt(Chart[0]->GetLastTime() + 0.5 - WindowMinutes[0]);
     ScrollChart[0]->setMaximum(maximum);
     ScrollChart[0]->setValue(ScrollChart[0]->maximum());
-    Recording = false;
+    intake.Recording = false;
     cmdStop->setChecked(true);
     if (CurrentChart == 0) {
         setRecordCommandsEnabled(true);
@@ -50,13 +51,37 @@ void frmMain::mnuStop_Click()
     mnuStart->setEnabled(true);
 }
 
+void frmMain::mnuLogOn_Click()
+{
+    cmdLogOn->setChecked(true);
+    mnuLogOn->setEnabled(false);
+    mnuLogOff->setEnabled(true);
+    settings.DataLogging = true;
+    // Without data the log timer waits for the next synchronisation to start it.
+    if (link.ComDataSeen) {
+        intake.LogEventNumber = intake.ChartEventNumber;
+        intake.LogLabelType = 0;
+        intake.LogEndPending = false;
+        intake.LogPausePending = false;
+        TimerSaveLog.start();
+    }
+}
+
 void frmMain::mnuLogOff_Click()
 {
+    // What came after the last write stays in the log chart only.
     cmdLogOff->setChecked(true);
     mnuLogOn->setEnabled(true);
     mnuLogOff->setEnabled(false);
-    DataLogging = false;
+    settings.DataLogging = false;
     TimerSaveLog.stop();
+}
+
+void frmMain::mnuExit_Click()
+{
+    // Before the event loop runs (no free port at start-up) the quit has to wait for it.
+    QMetaObject::invokeMethod(this, &QWidget::close, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(qApp, &QCoreApplication::quit, Qt::QueuedConnection);
 }
 
 void frmMain::Toolsbar_ButtonClick(QAction *Button)
@@ -65,6 +90,10 @@ void frmMain::Toolsbar_ButtonClick(QAction *Button)
         mnuStart_Click();
     else if (Button == cmdStop)
         mnuStop_Click();
+    else if (Button == cmdLogOn)
+        mnuLogOn_Click();
+    else if (Button == cmdLogOff)
+        mnuLogOff_Click();
 }
 
 void frmMain::followNewData()

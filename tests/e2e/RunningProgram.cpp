@@ -3,13 +3,15 @@
 #include <QFile>
 #include <QProcessEnvironment>
 
-RunningProgram::RunningProgram(const QString &comPorts)
+RunningProgram::RunningProgram(const QString &comPorts, Home home)
 {
     QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
     env.insert("QT_QPA_PLATFORM", "offscreen");
     env.insert("OSTREL_COMPORTS", comPorts);
-    env.insert("XDG_DATA_HOME", m_home.path() + "/data");
-    env.insert("XDG_CONFIG_HOME", m_home.path() + "/config");
+    if (home == OwnHome) {
+        env.insert("XDG_DATA_HOME", m_home.path() + "/data");
+        env.insert("XDG_CONFIG_HOME", m_home.path() + "/config");
+    }
     m_process.setProcessEnvironment(env);
     m_process.setProcessChannelMode(QProcess::ForwardedChannels);
     m_process.start(QStringLiteral(OSTREL_PROGRAM), {});

@@ -9,7 +9,10 @@
 class RunningProgram
 {
 public:
-    explicit RunningProgram(const QString &comPorts);
+    enum Home { OwnHome, SameUser };
+    /// `SameUser` shares the settings and data directories of the test process, as a second
+    /// copy of the program run by the same user does.
+    explicit RunningProgram(const QString &comPorts, Home home = OwnHome);
     ~RunningProgram();
 
     [[nodiscard]] bool started() const { return m_started; }

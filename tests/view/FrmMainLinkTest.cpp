@@ -1,4 +1,5 @@
 #include "../acquisition/StreamBytes.h"
+#include "Pty.h"
 #include "runtime/ScriptedDialogs.h"
 #include "view/LedShape.h"
 #include "view/frmMain.h"
@@ -9,8 +10,19 @@
 
 using namespace StreamBytes;
 
+namespace {
+/// COM 1 on a pseudo-terminal, so that the window finds a free port at start-up.
+struct Com1
+{
+    Com1() { qputenv("OSTREL_COMPORTS", pty.slavePath().toLocal8Bit()); }
+    ~Com1() { qputenv("OSTREL_COMPORTS", ""); }
+    Pty pty;
+};
+} // namespace
+
 TEST(FrmMainLink, StartsWithoutALinkAndLightsUpWhenTheStreamIsRecognised)
 {
+    Com1 com1;
     ScriptedDialogs dialogs;
     frmMain window;
     EXPECT_EQ(window.ShapeReciveLed->FillColor(), 0u);
@@ -20,13 +32,13 @@ TEST(FrmMainLink, StartsWithoutALinkAndLightsUpWhenTheStreamIsRecognised)
     EXPECT_EQ(window.TimerProcess.interval(), 700);
     EXPECT_FALSE(window.TimerCheckComData.isActive());
 
-    window.ChartRunActive = true;
+    window.intake.ChartRunActive = true;
     window.ring.store(pair(0.1f, 5.0f) + pair(0.1f, 5.0f));
     window.TimerProcess_Timer();
 
     EXPECT_TRUE(window.link.FirstSyncFound);
     EXPECT_EQ(window.ShapeReciveLed->FillColor(), 0x00FF00u);
-    EXPECT_FALSE(window.ChartRunActive);
+    EXPECT_FALSE(window.intake.ChartRunActive);
     EXPECT_TRUE(window.TimerCheckComData.isActive());
     EXPECT_EQ(window.TimerCheckComData.interval(), 5000);
     EXPECT_TRUE(window.TimerSaveLog.isActive()) << "logging is on";
@@ -39,9 +51,10 @@ TEST(FrmMainLink, StartsWithoutALinkAndLightsUpWhenTheStreamIsRecognised)
 
 TEST(FrmMainLink, LogTimerFollowsLoggingAtEachSynchronisation)
 {
+    Com1 com1;
     ScriptedDialogs dialogs;
     frmMain window;
-    window.DataLogging = false;
+    window.settings.DataLogging = false;
     window.TimerSaveLog.start();
     window.ring.store(pair(0.1f, 5.0f) + pair(0.1f, 5.0f));
     window.TimerProcess_Timer();
@@ -51,6 +64,7 @@ TEST(FrmMainLink, LogTimerFollowsLoggingAtEachSynchronisation)
 
 TEST(FrmMainLink, TwoBytesInTheRingStartNoPass)
 {
+    Com1 com1;
     ScriptedDialogs dialogs;
     frmMain window;
     const int beepsBefore = dialogs.beeps;

@@ -1,0 +1,74 @@
+#include "Pty.h"
+#include "RunningProgram.h"
+#include "acquisition/SerialControl.h"
+#include "acquisition/frmSetup.h"
+#include "runtime/App.h"
+#include "runtime/RuntimeError.h"
+#include "runtime/ScriptedDialogs.h"
+#include "view/frmMain.h"
+
+#include <QApplication>
+#include <QPushButton>
+#include <QRadioButton>
+
+#include <gtest/gtest.h>
+
+TEST(TwoCopies, TheSecondMustChooseAnotherPortThanTheFirstCopys)
+{
+    Pty com1;
+    Pty com2;
+    const QString ports = com1.slavePath() + "," + com2.slavePath();
+    qputenv("OSTREL_COMPORTS", ports.toLocal8Bit());
+
+    // The first copy: the real program, sharing this test's user directories.
+    RunningProgram first(ports, RunningProgram::SameUser);
+    ASSERT_TRUE(first.started());
+    SerialControl probe;
+    ASSERT_TRUE(waitFor(
+        [&] {
+            const int number = trapError([&] { probe.setPortOpen(true); });
+            if (number == 0)
+                probe.setPortOpen(false);
+            return number == ErrorNumber::PortAlreadyOpen;
+        },
+        15000))
+        << "the first copy holds COM 1";
+
+    App::registerInstance();
+    ASSERT_TRUE(App::PrevInstance());
+
+    ScriptedDialogs dialogs;
+    bool cancelWasDisabled = false;
+    bool com1WasDisabled = false;
+    int step = 0;
+    QTimer answer;
+    QObject::connect(&answer, &QTimer::timeout, [&] {
+        auto *form = qobject_cast<frmSetup *>(QApplication::activeModalWidget());
+        if (!form || !form->isVisible())
+            return;
+        if (step == 0) {
+            cancelWasDisabled = !form->cmdCancel->isEnabled();
+            com1WasDisabled = !form->optCom[0]->isEnabled();
+            // OK on the stored number, COM 1, tries the first copy's port.
+            form->cmdOk->click();
+        } else if (step == 1) {
+            form->optCom[1]->click();
+            form->cmdOk->click();
+        }
+        ++step;
+    });
+    answer.start(50);
+
+    frmMain second;
+    answer.stop();
+    EXPECT_TRUE(cancelWasDisabled);
+    EXPECT_TRUE(com1WasDisabled) << "the probe found COM 1 busy (8005)";
+    ASSERT_EQ(dialogs.boxes.size(), 1);
+    EXPECT_EQ(dialogs.boxes[0].title, "DATA COLLECTION SETUP ERROR");
+    EXPECT_EQ(dialogs.boxes[0].text,
+              "Cannot open the selected communication port\rPort already open");
+    EXPECT_EQ(int(second.ComPort.CommPort()), 2);
+    EXPECT_TRUE(second.ComPort.PortOpen());
+    EXPECT_EQ(int(second.settings.ComPortNumber), 2);
+    qputenv("OSTREL_COMPORTS", "");
+}
