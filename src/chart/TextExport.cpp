@@ -75,7 +75,10 @@ QByteArray TextExport::text(const Options &options) const
     if (!(options.sampleRate > 0.0) || !std::isfinite(options.sampleRate) ||
         options.pointCount < 0 || !std::isfinite(options.timeFrom))
         return {};
-    const QLocale locale;
+    // The locale's decimal mark, as a spreadsheet of that locale reads it, but never a group
+    // separator, which would split or misread a number.
+    QLocale locale;
+    locale.setNumberOptions(QLocale::OmitGroupSeparator);
     const auto number = [&](double value, int decimals) {
         return std::isfinite(value) ? locale.toString(value, 'f', decimals) : QString();
     };
