@@ -10,6 +10,8 @@ cmake -S . -B build -DCMAKE_BUILD_TYPE=RelWithDebInfo >/dev/null
 cmake --build build -j "$(nproc)" --target ostrel velquin-sim
 
 sim=build/tools/velquin-sim/velquin-sim
+# Without options the first run starts a few seconds after the recorder is up.
+[ $# -eq 0 ] && set -- --idle-seconds 5
 out=$(mktemp)
 "$sim" --pty "$@" >"$out" &
 sim_pid=$!

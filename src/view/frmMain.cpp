@@ -48,6 +48,7 @@ frmMain::frmMain(QWidget *parent)
     buildCharts();
     buildAxisFrame();
     buildLeds();
+    connectAxisPanels();
 
     ComPort.setRThreshold(50);
     TimerProcess.start();
@@ -58,6 +59,7 @@ frmMain::~frmMain() = default;
 
 void frmMain::InitMainWindow()
 {
+    FillAxisLists();
     setWindowTitle(App::Title() + QStringLiteral(" - Velquin System: Default"));
     settings.ReadSettings();
     CurrentChart = 0;

@@ -67,6 +67,27 @@ public:
     void TimerCheckComData_Timer();
     void ComDataLost();
 
+    // The value axes, the time axis and the live view, on the tab in front.
+    void FillAxisLists();
+    void cmbYAxis_Click(int Index);
+    void cmdSet_Click(int Index);
+    [[nodiscard]] bool AxisEntryChanged(int Which) const;
+    void cmbYAxis_Change(int Index);
+    void txtYAxisMin_Change(int Index);
+    void ShowAxisState();
+    void SetFullView();
+    void EnableScrollBar();
+    void SetScrollRange(qint32 Value);
+    void GetZoomedTime(float &ZoomedTimeFrom, float &ZoomedTimeTo) const;
+    void optTimeAxis_Click(int Index);
+    void cmdSetTime_Click();
+    void ScrollChart_Change(int Index);
+    void txtChartTime_Change();
+    void Chart_Zoomed(qint16 Index, float ZoomedTimeFrom, float ZoomedTimeTo, float UvMin,
+                      float UvMax, float CondMin, float CondMax);
+    void Chart_Unzoomed(qint16 Index);
+    void UpdateLiveView();
+
     // The seven charts come first: the intake holds the recorder's and the log's.
     std::array<Quillchart *, kChartCount> Chart;
 
@@ -95,6 +116,7 @@ public:
     std::array<double, kTabCount> WindowMinutes{10.0, 10.0, 10.0, 10.0, 10.0};
     std::array<bool, kTabCount> FullView{true, true, true, true, true};
     std::array<bool, kTabCount> Zoomed{};
+    bool ZoomUpdating = false;
 
     // Controls.
     std::array<QScrollBar *, kTabCount> ScrollChart{};
@@ -169,7 +191,7 @@ private:
     void buildAxisFrame();
     void buildLeds();
     void setRecordCommandsEnabled(bool fileCommands);
-    void followNewData();
+    void connectAxisPanels();
 
     void syncFound() override;
     void passEnded() override;

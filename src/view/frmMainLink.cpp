@@ -37,7 +37,7 @@ void frmMain::syncFound()
 void frmMain::passEnded()
 {
     if (intake.Recording)
-        followNewData();
+        UpdateLiveView();
 }
 
 void frmMain::TimerCheckComData_Timer()

@@ -95,16 +95,3 @@ void frmMain::Toolsbar_ButtonClick(QAction *Button)
     else if (Button == cmdLogOff)
         mnuLogOff_Click();
 }
-
-void frmMain::followNewData()
-{
-    Quillchart &chart = *Chart[0];
-    if (!chart.IsLastPointVisible()) {
-        const float span = chart.TimeAxisMax() - chart.TimeAxisMin();
-        const float last = chart.GetLastTime();
-        chart.setTimeAxisMax(last + span / 10.0f);
-        chart.setTimeAxisMin(chart.TimeAxisMax() - span);
-        chart.Redraw();
-    }
-    chart.DrawNewData();
-}

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QObject>
+#include <QString>
+
+#include <functional>
+
+class QLineEdit;
+
+/// The key filter of every numeric entry: answers the key code when the key may pass, 0 when
+/// it is refused (after a beep). Backspace and digits pass; the locale's decimal separator
+/// passes where allowed and the text holds none outside the selection; a minus sign passes
+/// where allowed, at the start only, and once.
+int FilterNumericKey(int KeyAscii, const QString &Text, const QString &SelText, int SelStart,
+                     bool AllowPoint, bool AllowMinus);
+
+/// Puts FilterNumericKey in front of a line edit (or a combo box's editor), swallows Enter to
+/// run `onEnter`, and selects the whole entry when it takes the focus.
+class NumericEntry : public QObject
+{
+public:
+    NumericEntry(QLineEdit *entry, bool allowMinus, std::function<void()> onEnter);
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    QLineEdit *m_entry;
+    bool m_allowMinus;
+    std::function<void()> m_onEnter;
+};
