@@ -24,9 +24,10 @@ double PlotGeometry::xOf(double minutes) const
 
 int PlotGeometry::columnOf(double minutes) const
 {
-    // Far-off times are held to a range that an int and QPainter still take.
+    // Far-off times are held to a range that an int and QPainter still take; a time that is no
+    // number at all, as a damaged file may carry, stands far off to the left.
     const double x = std::clamp(std::floor(xOf(minutes) + 0.5), -1e6, 1e6);
-    return int(x);
+    return std::isnan(x) ? -1000000 : int(x);
 }
 
 double PlotGeometry::timeAt(double x) const

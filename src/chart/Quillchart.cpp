@@ -304,9 +304,9 @@ bool Quillchart::SaveSelectedData(const QString &FileName)
     const qint64 first =
         std::clamp<qint64>(SampleStore::indexAtOrAfter(m_axes.timeMin), 0, m_store->count());
     // The sample standing on TimeAxisMax, give or take rounding, is shown and so is saved.
-    const qint64 end = std::clamp<qint64>(
-        qint64(std::floor(double(m_axes.timeMax) * SampleStore::kSamplesPerMinute + 1e-7)) + 1,
-        first, m_store->count());
+    // The last sample at or before TimeAxisMax is the first after it, less one, seen backwards.
+    const qint64 end = std::clamp<qint64>(1 - SampleStore::indexAtOrAfter(-double(m_axes.timeMax)),
+                                          first, m_store->count());
     const auto shift = float(SampleStore::timeOf(first));
     const auto inRange = [&](float time) {
         return time >= m_axes.timeMin && time <= m_axes.timeMax;

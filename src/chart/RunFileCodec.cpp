@@ -6,6 +6,7 @@
 #include "chart/RunData.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstring>
 #include <utility>
 

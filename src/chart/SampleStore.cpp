@@ -27,8 +27,10 @@ void SampleStore::append(float uv, float conductivity)
 
 qint64 SampleStore::indexAtOrAfter(double minutes)
 {
-    // The tolerance keeps a boundary that lands on a sample, give or take rounding, on it.
-    return qint64(std::ceil(minutes * kSamplesPerMinute - 1e-7));
+    // The tolerance keeps a boundary that lands on a sample, give or take rounding, on it. Times
+    // far beyond any run are held where a 64-bit index still takes them.
+    const double index = std::ceil(minutes * kSamplesPerMinute - 1e-7);
+    return std::isnan(index) ? 0 : qint64(std::clamp(index, -1e15, 1e15));
 }
 
 // Every allocation an append needs happens here, before anything changes.

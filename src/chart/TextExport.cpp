@@ -86,8 +86,10 @@ QByteArray TextExport::text(const Options &options) const
     const double from = options.timeFrom;
     const qint64 points = options.pointCount;
     const auto rowOf = [&](double minutes) {
-        return std::clamp<qint64>(qint64(std::floor((minutes - from) / step + 1e-9)), 0,
-                                  std::max<qint64>(points - 1, 0));
+        const double row = std::floor((minutes - from) / step + 1e-9);
+        return std::isnan(row)
+                   ? 0
+                   : qint64(std::clamp(row, 0.0, double(std::max<qint64>(points - 1, 0))));
     };
     const auto inRange = [&](double minutes) {
         return minutes >= from - 1e-9 && minutes < from + double(points) * step - 1e-9;
