@@ -1,6 +1,6 @@
 #include "chart/DurableFile.h"
 
-#include "chart/LogIo.h"
+#include "chart/PosixLogIo.h"
 
 #include <QFileInfo>
 #include <QSaveFile>

@@ -21,15 +21,3 @@ public:
     virtual int syncDirectory(const QString &directory) = 0;
     virtual void close(int handle) = 0;
 };
-
-/// The real thing: POSIX calls on the file system.
-class PosixLogIo : public LogIo
-{
-public:
-    int create(const QString &path, int &handle) override;
-    int writeAt(int handle, qint64 offset, QByteArrayView bytes) override;
-    int truncate(int handle, qint64 size) override;
-    int sync(int handle) override;
-    int syncDirectory(const QString &directory) override;
-    void close(int handle) override;
-};

@@ -3,7 +3,7 @@
 #include "chart/ByteWriter.h"
 #include "chart/ChartAnnotations.h"
 #include "chart/LogFormat.h"
-#include "chart/LogIo.h"
+#include "chart/PosixLogIo.h"
 #include "chart/RunFileCodec.h"
 #include "chart/SampleStore.h"
 #include "runtime/RuntimeError.h"

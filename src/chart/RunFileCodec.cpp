@@ -58,10 +58,15 @@ void writeAxes(ByteWriter &out, const ChartAxes &axes)
 
 bool readAxes(ByteReader &in, ChartAxes &axes)
 {
+    bool finite = true;
     for (float *value :
-         {&axes.uvMin, &axes.uvMax, &axes.condMin, &axes.condMax, &axes.timeMin, &axes.timeMax})
+         {&axes.uvMin, &axes.uvMax, &axes.condMin, &axes.condMax, &axes.timeMin, &axes.timeMax}) {
         *value = in.f32();
-    return in.ok() && in.atEnd();
+        finite = finite && std::isfinite(*value);
+    }
+    // No chart ever holds an axis end that is not a finite number; a file that says so is
+    // damaged, and drawing it would have no scale.
+    return finite && in.ok() && in.atEnd();
 }
 
 } // namespace

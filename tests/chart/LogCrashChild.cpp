@@ -1,5 +1,6 @@
 // The process the crash test kills: a log chart that grows tick by tick, with WriteLog after
-// each tick, reporting every acknowledged tick on stdout as one 4-byte number.
+// each tick, reporting every acknowledged tick on stdout as one 4-byte number, after a 0 that
+// says it is about to start.
 #include "RunContent.h"
 #include "chart/Quillchart.h"
 
@@ -16,6 +17,9 @@ int main(int argc, char **argv)
     const QString directory = QString::fromLocal8Bit(argv[1]);
     Quillchart chart;
     RunContent::Counts counts;
+    const qint32 ready = 0;
+    if (::write(STDOUT_FILENO, &ready, sizeof ready) != sizeof ready)
+        return 1;
     // Bounded, so that a child whose parent died stops by itself.
     for (qint32 tick = 1; tick <= 5000; ++tick) {
         const RunContent::Counts next = RunContent::afterTicks(tick);

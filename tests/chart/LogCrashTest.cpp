@@ -20,9 +20,10 @@ constexpr int kTrials = 200;
 #else
 constexpr int kTrials = 500;
 #endif
-// The child starts in some 20 ms and then writes every few hundred microseconds; kills spread
-// over that span land before the first write, during file creation and between any two steps.
-constexpr int kMaxKillDelayMs = 60;
+// Once started, the child writes every few hundred microseconds; kills spread over this span
+// after it says it is ready land before its first write, during file creation and between any
+// two steps of a write.
+constexpr int kMaxKillDelayMs = 40;
 
 } // namespace
 
@@ -40,6 +41,12 @@ TEST(LogCrash, KilledWriterLeavesEveryAcknowledgedWriteInTheSavedLog)
         QProcess process;
         process.start(child, {logDir});
         ASSERT_TRUE(process.waitForStarted());
+        // Starting takes long and varies, the more so under sanitizers on a busy machine: the
+        // clock for the kill starts when the child says it is ready.
+        const QDeadlineTimer startDeadline(30000);
+        while (process.bytesAvailable() < 4 && process.state() == QProcess::Running &&
+               !startDeadline.hasExpired())
+            process.waitForReadyRead(100);
         const QDeadlineTimer deadline(int(random.bounded(kMaxKillDelayMs + 1)));
         while (!deadline.hasExpired() && process.state() == QProcess::Running)
             process.waitForReadyRead(int(std::max<qint64>(1, deadline.remainingTime())));

@@ -1,8 +1,8 @@
 #include "RunContent.h"
 #include "TestEnvironment.h"
-#include "chart/LogIo.h"
 #include "chart/LogReader.h"
 #include "chart/LogWriter.h"
+#include "chart/PosixLogIo.h"
 #include "chart/RunData.h"
 
 #include <QTemporaryDir>

@@ -1,5 +1,6 @@
 #include "RunContent.h"
 #include "TestEnvironment.h"
+#include "chart/Crc.h"
 #include "chart/Quillchart.h"
 #include "chart/RunData.h"
 
@@ -7,8 +8,11 @@
 #include <QFile>
 #include <QSignalSpy>
 #include <QTemporaryDir>
+#include <QtEndian>
 
+#include <cmath>
 #include <gtest/gtest.h>
+#include <limits>
 
 namespace {
 
@@ -219,4 +223,26 @@ TEST_F(RunFile, FailedSaveLeavesNoFileAndKeepsTheOldOne)
     EXPECT_FALSE(chart.SaveDataFile(path("run.chd.dir")));
     EXPECT_EQ(contentOf(path("run.chd")), before);
     EXPECT_EQ(QDir(m_dir.path()).entryList(QDir::Files), QStringList{QStringLiteral("run.chd")});
+}
+
+TEST_F(RunFile, AxisThatIsNoNumberIsRefusedAndAMarkThatIsNoNumberStillDraws)
+{
+    Quillchart chart;
+    chart.resize(400, 300);
+    RunContent::grow(chart, {}, {100, 0, 0});
+    chart.AddEventMark(QStringLiteral("lost"), 0xff, 50, std::nanf(""));
+    chart.AddEventMark(QStringLiteral("far"), 0xff, 50, 3e38f);
+    ASSERT_TRUE(chart.SaveDataFile(path("marks.chd")));
+    Quillchart loaded;
+    loaded.resize(400, 300);
+    ASSERT_TRUE(loaded.LoadDataFile(path("marks.chd")));
+    loaded.Redraw();
+
+    // The axes chunk follows the 12-byte header: tag, length, six floats, CRC.
+    QByteArray bytes = contentOf(path("marks.chd"));
+    ASSERT_EQ(bytes.mid(12, 4), QByteArray("AXES"));
+    qToLittleEndian(std::numeric_limits<float>::infinity(), bytes.data() + 20 + 5 * 4);
+    qToLittleEndian(crcOf(QByteArrayView(bytes).sliced(12, 32)), bytes.data() + 44);
+    writeFile(path("axes.chd"), bytes);
+    EXPECT_FALSE(loaded.LoadDataFile(path("axes.chd")));
 }

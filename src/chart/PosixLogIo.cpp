@@ -1,4 +1,4 @@
-#include "chart/LogIo.h"
+#include "chart/PosixLogIo.h"
 
 #include <QFile>
 
