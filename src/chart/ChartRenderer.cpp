@@ -8,10 +8,13 @@
 
 #include <QFontMetrics>
 #include <QPainter>
+#include <QPen>
 #include <QPolygon>
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
+#include <vector>
 
 namespace {
 
@@ -60,22 +63,32 @@ QColor colorOf(qint32 bgr)
     return QColor(bgr & 0xFF, (bgr >> 8) & 0xFF, (bgr >> 16) & 0xFF);
 }
 
+struct MarkPlace
+{
+    int x;
+    int tip;
+    QRect label;
+};
+
+// Only the labels placed last are looked at: a label further back in time stands elsewhere.
+constexpr std::size_t kLabelsLookedAt = 64;
+
 // A mark stands on the time axis and rises by Height percent of the plot; a negative Height
-// hangs it from the top instead.
-QRect paintMark(QPainter &painter, const PlotGeometry &geometry, const EventMark &mark,
-                const QFontMetrics &metrics, int padding)
+// hangs it from the top instead. Its label sits at the tip, slid inside the plot, and moved on
+// in the mark's direction past any label placed before it that it would cover. Nothing when
+// the mark lies outside the plot.
+std::optional<MarkPlace> placeMark(const PlotGeometry &geometry, const EventMark &mark,
+                                   const QFontMetrics &metrics, int padding,
+                                   const std::vector<QRect> &placed)
 {
     const QRect &plot = geometry.plot();
     const int x = geometry.columnOf(mark.time);
     if (x < plot.left() || x > plot.right())
-        return {};
+        return std::nullopt;
     const int length =
         int(std::lround(std::min(std::abs(int(mark.height)), 100) / 100.0 * (plot.height() - 1)));
     const bool up = mark.height >= 0;
     const int tip = up ? plot.bottom() - length : plot.top() + length;
-    const QColor color = colorOf(mark.color);
-    painter.fillRect(QRect(x, std::min(tip, up ? plot.bottom() : plot.top()), 1, length + 1),
-                     color);
 
     QRect box(0, 0, metrics.horizontalAdvance(mark.label) + 2 * padding, metrics.height());
     box.moveCenter(QPoint(x, 0));
@@ -83,15 +96,45 @@ QRect paintMark(QPainter &painter, const PlotGeometry &geometry, const EventMark
         box.moveBottom(tip);
     else
         box.moveTop(tip);
+    box.moveLeft(
+        std::clamp(box.left(), plot.left(), std::max(plot.left(), plot.right() + 1 - box.width())));
+    const std::size_t first = placed.size() > kLabelsLookedAt ? placed.size() - kLabelsLookedAt : 0;
+    for (std::size_t moves = 0; moves < kLabelsLookedAt; ++moves) {
+        const auto covered =
+            std::find_if(placed.begin() + qsizetype(first), placed.end(),
+                         [&](const QRect &other) { return other.intersects(box); });
+        if (covered == placed.end())
+            break;
+        if (up)
+            box.moveBottom(covered->top() - 1);
+        else
+            box.moveTop(covered->bottom() + 1);
+    }
     // A label near an edge slides inside the plot rather than being cut off.
     box.moveTop(
         std::clamp(box.top(), plot.top(), std::max(plot.top(), plot.bottom() + 1 - box.height())));
-    box.moveLeft(
-        std::clamp(box.left(), plot.left(), std::max(plot.left(), plot.right() + 1 - box.width())));
-    painter.fillRect(box, color);
+    return MarkPlace{x, tip, box};
+}
+
+QRect paintMark(QPainter &painter, const PlotGeometry &geometry, const EventMark &mark,
+                const MarkPlace &place)
+{
+    const QRect &plot = geometry.plot();
+    const bool up = mark.height >= 0;
+    const QColor color = colorOf(mark.color);
+    const int base = up ? plot.bottom() : plot.top();
+    painter.fillRect(QRect(place.x, std::min(place.tip, base), 1, std::abs(base - place.tip) + 1),
+                     color);
+    // A label pushed away by its neighbours stays tied to its mark by a dotted line.
+    const int labelEdge = up ? place.label.bottom() : place.label.top();
+    if (up ? labelEdge < place.tip : labelEdge > place.tip) {
+        painter.setPen(QPen(color, 1, Qt::DotLine));
+        painter.drawLine(place.x, place.tip, place.x, labelEdge);
+    }
+    painter.fillRect(place.label, color);
     painter.setPen(qGray(color.rgb()) < 128 ? Qt::white : ChartPalette::kText);
-    painter.drawText(box, Qt::AlignCenter, mark.label);
-    return box.united(QRect(x, plot.top(), 1, plot.height()));
+    painter.drawText(place.label, Qt::AlignCenter, mark.label);
+    return place.label.united(QRect(place.x, plot.top(), 1, plot.height()));
 }
 
 QRect paintMethodMark(QPainter &painter, const PlotGeometry &geometry, float time, int size)
@@ -159,8 +202,16 @@ QRect ChartRenderer::paintAnnotations(QPainter &painter, const PlotGeometry &geo
     painter.setFont(font);
     const QFontMetrics metrics(font, painter.device());
     const int padding = std::max(1, int(std::lround(kMarkLabelPadding * unit)));
-    for (std::size_t i = firstMark; i < marks.size(); ++i)
-        touched |= paintMark(painter, geometry, marks[i], metrics, padding);
+    // Earlier labels are placed again, not drawn, so that a new one knows where they stand.
+    std::vector<QRect> placed;
+    for (std::size_t i = 0; i < marks.size(); ++i) {
+        const auto place = placeMark(geometry, marks[i], metrics, padding, placed);
+        if (!place)
+            continue;
+        placed.push_back(place->label);
+        if (i >= firstMark)
+            touched |= paintMark(painter, geometry, marks[i], *place);
+    }
     painter.restore();
     return touched & geometry.plot();
 }
