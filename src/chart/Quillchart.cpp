@@ -111,8 +111,9 @@ float Quillchart::GetLastTime() const
 
 bool Quillchart::IsLastPointVisible() const
 {
+    // A pair on the right end has run out of room: the live view moves the axis on from it.
     const float last = GetLastTime();
-    return last >= m_axes.timeMin && last <= m_axes.timeMax;
+    return last >= m_axes.timeMin && last < m_axes.timeMax;
 }
 
 void Quillchart::Redraw()

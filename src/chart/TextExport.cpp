@@ -199,5 +199,7 @@ QByteArray TextExport::text(const Options &options) const
     if (options.methodPosition == MethodPosition::After)
         out << QString();
     sections(MethodPosition::After);
-    return (out.join(kEndOfLine) + kEndOfLine).toUtf8();
+    // The byte order mark is what makes a spreadsheet take the file as UTF-8 rather than as
+    // the system's code page, so that a label such as "µ" survives.
+    return "\xEF\xBB\xBF" + (out.join(kEndOfLine) + kEndOfLine).toUtf8();
 }

@@ -40,8 +40,9 @@ public:
 
     TextExport(const SampleStore &store, const ChartAnnotations &annotations, QString title);
 
-    /// The file's text, CR LF line ends, in UTF-8 with numbers in the default locale's format;
-    /// empty when the options make no sense (a rate that is not positive, a negative count).
+    /// The file's text, CR LF line ends, in UTF-8 with a byte order mark, numbers in the default
+    /// locale's format without group separators; empty when the options make no sense (a rate
+    /// that is not positive, a negative count).
     [[nodiscard]] QByteArray text(const Options &options) const;
 
     /// The line of the header that tells how points are made, also for the converter's help.

@@ -27,7 +27,9 @@ protected:
         EXPECT_EQ(chart.ExportData(file, uv, cond, 1, 1, 1, position, from, to, rate, points), 0);
         QFile in(file);
         EXPECT_TRUE(in.open(QIODevice::ReadOnly));
-        const QString text = QString::fromUtf8(in.readAll());
+        const QByteArray bytes = in.readAll();
+        EXPECT_TRUE(bytes.startsWith("\xEF\xBB\xBF"));
+        const QString text = QString::fromUtf8(bytes.mid(3));
         EXPECT_TRUE(text.endsWith(QLatin1String("\r\n")));
         Exported result;
         QStringList lines = text.split(QStringLiteral("\r\n"));
