@@ -101,13 +101,19 @@ bool PrintLayout::print(QPagedPaintDevice &device, const Options &options) const
     }
 
     const int bottom = page.bottom() - footer;
-    for (const Line &line : lines) {
-        painter.setFont(line.heading ? bold : body);
+    const auto heightOf = [&](const Line &line) {
         const QFontMetrics metrics(line.heading ? bold : body, &device);
         const QRect needed = metrics.boundingRect(QRect(page.left(), 0, page.width(), INT_MAX),
                                                   Qt::TextWordWrap, line.text);
-        const int height = std::max(needed.height(), metrics.height());
-        if (y + height > bottom && y > page.top()) {
+        return std::max(needed.height(), metrics.height());
+    };
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+        const Line &line = lines[i];
+        const int height = heightOf(line);
+        // A heading goes to the next page with its first line rather than stand alone.
+        const int kept =
+            line.heading && i + 1 < lines.size() ? height + heightOf(lines[i + 1]) : height;
+        if (y + kept > bottom && y > page.top()) {
             paintFooter();
             if (!device.newPage()) {
                 painter.end();
@@ -116,6 +122,7 @@ bool PrintLayout::print(QPagedPaintDevice &device, const Options &options) const
             ++pageNumber;
             y = page.top();
         }
+        painter.setFont(line.heading ? bold : body);
         painter.setPen(Qt::black);
         painter.drawText(QRect(page.left(), y, page.width(), height), Qt::TextWordWrap, line.text);
         y += height;

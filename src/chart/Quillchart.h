@@ -39,7 +39,7 @@ public:
 
     /// Minutes of the last sample; 0 for an empty chart.
     [[nodiscard]] float GetLastTime() const;
-    /// The last sample lies within TimeAxisMin to TimeAxisMax, ends included.
+    /// The last sample lies from TimeAxisMin up to, but not on, TimeAxisMax.
     [[nodiscard]] bool IsLastPointVisible() const;
     void DrawNewData();
     void Redraw();
