@@ -65,14 +65,26 @@ void LogWriter::closeFile()
     m_file = -1;
 }
 
-// A new log in `directory`: whatever an earlier log left there would only confuse a reader.
+namespace {
+
+QStringList logFilesIn(const QDir &dir)
+{
+    QStringList files;
+    for (const QString &name : dir.entryList({LogFormat::namePattern()}, QDir::Files))
+        if (LogFormat::indexOfFileName(name))
+            files.append(dir.filePath(name));
+    return files;
+}
+
+} // namespace
+
+// A new log in `directory`: whatever this writer's earlier log left there would only confuse a
+// reader.
 void LogWriter::restart(const QString &directory)
 {
     closeFile();
-    const QDir dir(directory);
-    for (const QString &name : dir.entryList({LogFormat::namePattern()}, QDir::Files))
-        if (LogFormat::indexOfFileName(name))
-            QFile::remove(dir.filePath(name));
+    for (const QString &file : logFilesIn(QDir(directory)))
+        QFile::remove(file);
     m_directory = directory;
     m_fileIndex = 0;
     m_fileDurable = false;
@@ -90,9 +102,16 @@ int LogWriter::write(const QString &directory, const SampleStore &store,
         return ErrorNumber::PathNotFound;
     const auto &marks = annotations.eventMarks();
     const auto &methodTexts = annotations.methodTexts();
-    if (dir != m_directory || store.count() < m_ackSamples || qint64(marks.size()) < m_ackMarks ||
-        qint64(methodTexts.size()) < m_ackMethodTexts)
+    if (dir != m_directory) {
+        // Another log's files, such as a crashed instance's waiting to be recovered while the
+        // caller's directory points at them, are never this writer's to replace.
+        if (!logFilesIn(QDir(dir)).isEmpty())
+            return ErrorNumber::PathFileAccess;
         restart(dir);
+    } else if (store.count() < m_ackSamples || qint64(marks.size()) < m_ackMarks ||
+               qint64(methodTexts.size()) < m_ackMethodTexts) {
+        restart(dir);
+    }
     const bool nothingNew = store.count() == m_ackSamples && qint64(marks.size()) == m_ackMarks &&
                             qint64(methodTexts.size()) == m_ackMethodTexts;
     if (nothingNew && m_file >= 0 && m_fileDurable)

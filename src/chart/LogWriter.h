@@ -29,7 +29,8 @@ public:
     LogWriter &operator=(const LogWriter &) = delete;
 
     /// 0, or the run-time error number of what failed (61 disk full, 70 permission, 76 path
-    /// not found, 57 any other I/O error).
+    /// not found, 57 any other I/O error, 75 when `directory` holds a log this writer did not
+    /// start, which it leaves alone).
     [[nodiscard]] int write(const QString &directory, const SampleStore &store,
                             const ChartAnnotations &annotations, double hoursPerFile);
     /// Closes the open file and deletes the log's files; the next write starts a new log.

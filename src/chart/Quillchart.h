@@ -83,6 +83,7 @@ public:
     /// answers 0 once it is on the disk, else the run-time error number of the failure.
     /// Nothing is acknowledged on failure: the next call writes it again. `Interval` is not
     /// needed, as each call takes what is new; `DataFileSizeHours` of log time go in one file.
+    /// A directory that holds a log this chart did not write is left alone (75).
     qint16 WriteLog(const QString &LogDirectory, qint16 InstanceNumber, qint32 Interval,
                     double DataFileSizeHours);
     /// True when `LogDirectory` (with or without a trailing separator) holds a usable log.

@@ -119,3 +119,24 @@ TEST_F(RunningLog, WriteIntoAMissingDirectoryFailsAndSucceedsOnceItExists)
     ASSERT_EQ(LogReader::read(later, run), LogReader::Status::Good);
     EXPECT_EQ(RunContent::differences(run, {300, 1, 1}), QString());
 }
+
+TEST_F(RunningLog, AnotherLogInTheDirectoryIsLeftAloneAndTheOwnDirectoryStillWorks)
+{
+    Quillchart crashed;
+    RunContent::grow(crashed, {}, {500, 2, 1});
+    ASSERT_EQ(crashed.WriteLog(logDir(), 1, 20000, 24.0), 0);
+
+    Quillchart logChart;
+    RunContent::grow(logChart, {}, {50, 0, 0});
+    const QString own = path("own");
+    ASSERT_TRUE(QDir().mkpath(own));
+    EXPECT_EQ(logChart.WriteLog(logDir() + QStringLiteral("/"), 2, 20000, 24.0), 75);
+    EXPECT_EQ(logChart.WriteLog(own, 2, 20000, 24.0), 0);
+    EXPECT_EQ(logChart.WriteLog(logDir(), 2, 20000, 24.0), 75);
+
+    Quillchart scratch;
+    ASSERT_EQ(scratch.SaveLogAs(logDir(), 0, path("recovered.chl")), 0);
+    const auto run = RunContent::readRunFile(path("recovered.chl"));
+    ASSERT_TRUE(run);
+    EXPECT_EQ(RunContent::differences(*run, {500, 2, 1}), QString());
+}
