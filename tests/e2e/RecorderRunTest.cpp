@@ -29,6 +29,8 @@ constexpr int kPlayTimeoutMs = 150000;
 /// Two ticks of the decoder's timer: the last bytes taken are decoded by then.
 constexpr int kSettleMs = 1500;
 constexpr int kMethodWaitMs = 15000;
+/// The port raises a receive event once it holds this many bytes.
+constexpr qint64 kReceiveThreshold = 50;
 constexpr double kMinutesPerSample = 1.0 / 300.0;
 /// Far below one sample's 1/300 minute, far above a float's rounding at these times.
 constexpr double kTimeTolerance = 1e-5;
@@ -55,6 +57,7 @@ struct MethodArrival
 struct Recorded
 {
     QList<ManifestBlock> blocks;
+    qint64 streamLength = 0;
     /// Bytes the recorder took from the line; the rest waits below the receive threshold.
     qint64 byteLimit = 0;
     std::optional<RunData> recorderChart;
@@ -130,7 +133,8 @@ void recordScenario(const QString &kind, Recorded &out)
     const SimManifest manifest(simulator.manifestPath());
     ASSERT_TRUE(manifest.isValid());
     out.blocks = manifest.blocks();
-    out.byteLimit = manifest.streamLength() - window.ComPort.InBufferCount();
+    out.streamLength = manifest.streamLength();
+    out.byteLimit = out.streamLength - window.ComPort.InBufferCount();
     out.logSampleCount = window.intake.LogSampleCount;
     out.logTime = window.intake.LogTime;
     const QTemporaryDir files;
@@ -188,9 +192,11 @@ void expectChartHolds(const RunData &run, const ExpectedChart &expected)
 
 /// The recorder chart holds exactly the runs, each method text came within the wait, and the
 /// log chart took every pair of the stream, its clock running on from run to run.
-void expectRecordedAsDescribed(const Recorded &recorded)
+void expectRecordedFaithfully(const Recorded &recorded)
 {
     EXPECT_TRUE(recorded.dialogs.isEmpty()) << recorded.dialogs.join(", ").toStdString();
+    EXPECT_LT(recorded.streamLength - recorded.byteLimit, kReceiveThreshold)
+        << "more than the bytes below the receive threshold stayed in the port";
     const RunOracle oracle(recorded.blocks, recorded.byteLimit);
 
     const ExpectedChart &recorder = oracle.recorder();
@@ -268,7 +274,7 @@ TEST(RecorderRun, StatusKindRunsAndLogMatchTheManifest)
 {
     Recorded recorded;
     ASSERT_NO_FATAL_FAILURE(recordScenario(QStringLiteral("status"), recorded));
-    expectRecordedAsDescribed(recorded);
+    expectRecordedFaithfully(recorded);
 
     const RunOracle oracle(recorded.blocks, recorded.byteLimit);
     expectEveryMarkKind(oracle.recorder());
@@ -280,7 +286,7 @@ TEST(RecorderRun, LettersKindRunsAndLogMatchTheManifest)
 {
     Recorded recorded;
     ASSERT_NO_FATAL_FAILURE(recordScenario(QStringLiteral("letters"), recorded));
-    expectRecordedAsDescribed(recorded);
+    expectRecordedFaithfully(recorded);
 
     const RunOracle oracle(recorded.blocks, recorded.byteLimit);
     expectEveryMarkKind(oracle.recorder());
