@@ -1,5 +1,5 @@
 #include "Pty.h"
-#include "SimulatedInstrument.h"
+#include "SimulatorRun.h"
 #include "acquisition/frmNoData.h"
 #include "runtime/ScriptedDialogs.h"
 #include "view/LedShape.h"
@@ -30,9 +30,8 @@ struct StateUnderDialog
 TEST(LinkLost, MidRunTheSessionStopsAndTheDialogComesThenTheLedReturnsAlone)
 {
     // A run starts after two seconds; twelve seconds in, the line falls silent for twenty.
-    SimulatedInstrument instrument({"--kind", "status", "--runs", "1", "--run-minutes", "2",
-                                    "--idle-seconds", "2", "--speed", "1", "--fault",
-                                    "silence@12:20"});
+    SimulatorRun instrument({"--kind", "status", "--runs", "1", "--run-minutes", "2",
+                             "--idle-seconds", "2", "--fault", "silence@12:20"});
     ASSERT_FALSE(instrument.ptyPath().isEmpty());
     qputenv("OSTREL_COMPORTS", instrument.ptyPath().toLocal8Bit());
     QElapsedTimer clock;

@@ -8,8 +8,10 @@
 #include "view/frmMain.h"
 
 #include <QApplication>
+#include <QFile>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QThread>
 
 #include <gtest/gtest.h>
 
@@ -23,15 +25,22 @@ TEST(TwoCopies, TheSecondMustChooseAnotherPortThanTheFirstCopys)
     // The first copy: the real program, sharing this test's user directories.
     RunningProgram first(ports, RunningProgram::SameUser);
     ASSERT_TRUE(first.started());
-    SerialControl probe;
+    // Wait without touching the port: a probe of ours could meet the first copy's own probes
+    // at its start and send it into the setup dialog. Its serial lock file standing for a
+    // second means it holds the port for good.
+    const QString lockFile =
+        "/var/lock/LCK.." + QString(com1.slavePath()).remove("/dev/").replace('/', '_');
+    int steadyTicks = 0;
     ASSERT_TRUE(waitFor(
         [&] {
-            const int number = trapError([&] { probe.setPortOpen(true); });
-            if (number == 0)
-                probe.setPortOpen(false);
-            return number == ErrorNumber::PortAlreadyOpen;
+            steadyTicks = QFile::exists(lockFile) ? steadyTicks + 1 : 0;
+            QThread::msleep(100);
+            return steadyTicks >= 10;
         },
-        15000))
+        30000))
+        << "the first copy opens COM 1";
+    SerialControl probe;
+    EXPECT_EQ(trapError([&] { probe.setPortOpen(true); }), ErrorNumber::PortAlreadyOpen)
         << "the first copy holds COM 1";
 
     App::registerInstance();
