@@ -89,9 +89,9 @@ public:
         }
         box.exec();
         const auto clicked = box.standardButton(box.clickedButton());
-        for (const ButtonSpec &spec : specs)
-            if (spec.button == clicked)
-                return spec.result;
+        for (const ButtonSpec &choice : specs)
+            if (choice.button == clicked)
+                return choice.result;
         // Closed by the window's close button: the cancel answer where there is one.
         return specs.size() > 1 ? specs.last().result : MsgBoxResult::Ok;
     }
