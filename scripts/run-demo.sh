@@ -16,6 +16,7 @@ out=$(mktemp)
 "$sim" --pty "$@" >"$out" &
 sim_pid=$!
 trap 'kill "$sim_pid" 2>/dev/null; rm -f "$out"' EXIT
+trap 'exit 130' INT TERM
 # The simulator prints its pseudo-terminal's path on its first line.
 pty=
 for _ in $(seq 100); do
