@@ -52,8 +52,6 @@ public:
 
     void InitMainWindow();
     void ArrangeMainWindow();
-    /// The last step of start-up: opens the link's port, reporting a failure to the error route.
-    void openComPort();
 
     // The record commands, logging and the link watchdog.
     void mnuStart_Click() override;
