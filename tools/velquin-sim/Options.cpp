@@ -72,8 +72,9 @@ const Value kValues[] = {
     {"cond-letter", "Letter of the conductivity block, C or D. Example: --cond-letter D", "letter",
      "C"},
     {"speed",
-     "1 is real time, larger is faster, 0 as fast as the receiver takes it. "
-     "Example: --speed 10",
+     "1 is real time, larger is faster, 0 as fast as the receiver takes it. Above 1 "
+     "the bytes of each real second go out together, so that the line still pauses "
+     "between them as a receiver expects. Example: --speed 10",
      "factor", "1"},
     {"seed", "Seed of the traces, the run layout and the junk bytes. Example: --seed 42", "n", "1"},
     {"fault",
