@@ -108,7 +108,6 @@ public:
     // Per-tab view state.
     Int16 CurrentChart;
     Int16 ChartCount = 1;
-    std::array<QString, kTabCount> ChartFileName;
     std::array<bool, kTabCount> ChartSaved{true, true, true, true, true};
     std::array<ChartViewState, kTabCount> ChartViews{};
     std::array<double, kTabCount> WindowMinutes{10.0, 10.0, 10.0, 10.0, 10.0};
