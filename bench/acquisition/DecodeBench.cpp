@@ -2,11 +2,11 @@
 // bursts a receive event brings. The line delivers 960 bytes a second; the headroom is what
 // keeps a modal dialog or a redraw from letting the stream fall behind.
 #include "acquisition/DecoderHost.h"
-#include "acquisition/ErrorRoute.h"
 #include "acquisition/InstrumentNews.h"
 #include "acquisition/LinkState.h"
 #include "acquisition/ReceiveRing.h"
 #include "acquisition/StreamDecoder.h"
+#include "runtime/ErrorRoute.h"
 
 #include <QCoreApplication>
 #include <QTimer>

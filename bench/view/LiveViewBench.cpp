@@ -5,10 +5,10 @@
 // 10-minute window.
 //
 //   live_view_bench [--window] [--hours H]
-#include "Pty.h"
+#include "ScriptedDialogs.h"
 #include "chart/Quillchart.h"
 #include "runtime/Application.h"
-#include "runtime/ScriptedDialogs.h"
+#include "view/AxisFrame.h"
 #include "view/frmMain.h"
 
 #include <QElapsedTimer>
@@ -60,26 +60,24 @@ int main(int argc, char **argv)
         hours = app.arguments()[hoursAt + 1].toDouble();
 
     const QByteArray stream = simulatedRun(hours, home.path());
-    Pty com1;
-    qputenv("OSTREL_COMPORTS", com1.slavePath().toLocal8Bit());
     ScriptedDialogs dialogs;
     frmMain window;
     window.resize(1920, 1080);
     window.show();
     if (windowMode)
-        window.optTimeAxis[1]->setChecked(true);
+        window.FrameScaleAxis->optTimeAxis[1]->setChecked(true);
 
     // (run minutes, microseconds) of every pass that ran the live view.
     std::vector<std::pair<double, double>> passes;
     constexpr qsizetype kBurst = 42;
     QElapsedTimer clock;
     for (qsizetype at = 0; at < stream.size(); at += kBurst) {
-        window.ring.store(stream.mid(at, kBurst));
-        const bool recording = window.intake.Recording;
+        window.link.ring().store(stream.mid(at, kBurst));
+        const bool recording = window.intake.Recording();
         clock.start();
-        window.TimerProcess_Timer();
+        window.link.TimerProcess_Timer();
         const double micros = double(clock.nsecsElapsed()) / 1000.0;
-        if (recording && window.intake.Recording)
+        if (recording && window.intake.Recording())
             passes.emplace_back(window.Chart[0]->GetLastTime(), micros);
     }
 

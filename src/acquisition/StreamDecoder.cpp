@@ -1,10 +1,10 @@
 #include "acquisition/StreamDecoder.h"
 
 #include "acquisition/DecoderHost.h"
-#include "acquisition/ErrorRoute.h"
 #include "acquisition/InstrumentNews.h"
 #include "acquisition/LinkState.h"
 #include "acquisition/ReceiveRing.h"
+#include "runtime/ErrorRoute.h"
 #include "runtime/Numbers.h"
 
 #include <QTimer>

@@ -1,7 +1,6 @@
 #include "documents/ErrorHandler.h"
 
-#include "acquisition/LinkState.h"
-#include "acquisition/SerialControl.h"
+#include "acquisition/Link.h"
 #include "documents/MenuCommands.h"
 #include "runtime/App.h"
 #include "runtime/MsgBox.h"
@@ -19,10 +18,7 @@ const QString kDataLost =
 
 } // namespace
 
-ErrorHandler::ErrorHandler(LinkState &link, const SerialControl &ComPort, MenuCommands &menu)
-    : m_link(link)
-    , ComPort(ComPort)
-    , m_menu(menu)
+ErrorHandler::ErrorHandler(Link &link, MenuCommands &menu) : m_link(link), m_menu(menu)
 {}
 
 QString ErrorHandler::logPath()
@@ -47,7 +43,7 @@ void ErrorHandler::HandelError(qint32 ErrorCode)
             return;
         case 3:
             // The only place where fullness is ever tested.
-            if (ComPort.InBufferCount() > 32000)
+            if (m_link.ComPort.InBufferCount() > 32000)
                 WriteErrorLog(QStringLiteral("ERROR - Communication buffer full."));
             return;
         default:
@@ -168,7 +164,7 @@ bool ErrorHandler::logOnly(qint32 ErrorCode)
         return false;
     }
     if (ErrorCode >= -12 && ErrorCode <= -10)
-        m_link.FirstSyncFound = false;
+        m_link.loseSync();
     WriteErrorLog(text);
     return true;
 }
@@ -180,9 +176,9 @@ void ErrorHandler::WriteErrorLog(const QString &message)
     if (!log.open(QIODevice::WriteOnly | QIODevice::Append))
         Raise(log.error() == QFileDevice::PermissionsError ? ErrorNumber::PermissionDenied
                                                            : ErrorNumber::PathFileAccess);
-    const QByteArray entry =
-        (Now() + QStringLiteral("\r\n") + message + m_link.DebugText + QStringLiteral("\r\n"))
-            .toLocal8Bit();
+    const QByteArray entry = (Now() + QStringLiteral("\r\n") + message + m_link.state().DebugText +
+                              QStringLiteral("\r\n"))
+                                 .toLocal8Bit();
     if (log.write(entry) != entry.size() || !log.flush())
         Raise(ErrorNumber::DeviceIo);
     log.close();

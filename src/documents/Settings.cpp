@@ -1,7 +1,7 @@
 #include "documents/Settings.h"
 
-#include "acquisition/ErrorRoute.h"
 #include "runtime/App.h"
+#include "runtime/ErrorRoute.h"
 #include "runtime/Numbers.h"
 #include "runtime/RuntimeError.h"
 #include "runtime/SettingsStore.h"

@@ -1,15 +1,10 @@
 #include "acquisition/SerialControl.h"
 
 #include "Pty.h"
-#include "acquisition/ComReceiver.h"
-#include "acquisition/ErrorRoute.h"
-#include "acquisition/LinkState.h"
-#include "acquisition/ReceiveRing.h"
 #include "runtime/RuntimeError.h"
 
 #include <QProcess>
 #include <QTest>
-#include <QTimer>
 
 #include <gtest/gtest.h>
 
@@ -21,14 +16,11 @@ class SerialControlTest : public ::testing::Test
 protected:
     void SetUp() override
     {
-        qputenv("OSTREL_COMPORTS", pty.slavePath().toLocal8Bit() + ",/dev/ostrel-no-such-port");
         control.setRThreshold(50);
         control.setInBufferSize(32000);
         QObject::connect(&control, &SerialControl::OnComm,
                          [this] { events.append(control.CommEvent()); });
     }
-    void TearDown() override { qunsetenv("OSTREL_COMPORTS"); }
-
     void open()
     {
         control.setCommPort(1);
@@ -37,6 +29,7 @@ protected:
     }
 
     Pty pty;
+    const ComPorts com{{pty.slavePath(), "/dev/ostrel-no-such-port"}};
     SerialControl control;
     QList<int> events;
 };
@@ -111,36 +104,4 @@ TEST_F(SerialControlTest, BurstBeyondTheInputBufferRaises1008AndKeepsTheFirstByt
     ASSERT_TRUE(waitFor([&] { return events.contains(SerialControl::kEventRxOverflow); }));
     EXPECT_EQ(control.InBufferCount(), 32000);
     EXPECT_EQ(control.Input(), burst.left(32000));
-}
-
-TEST_F(SerialControlTest, ReceiverMovesBytesOnlyWhileTheDecoderIsIdle)
-{
-    struct : ErrorRoute
-    {
-        QList<qint32> codes;
-        void HandelError(qint32 code) override { codes.append(code); }
-    } route;
-    LinkState link;
-    ReceiveRing ring;
-    QTimer TimerProcess;
-    ComReceiver receiver(control, ring, link, route, TimerProcess);
-    open();
-
-    link.DataBusy = true;
-    ASSERT_TRUE(pty.write(QByteArray(60, 'a')));
-    ASSERT_TRUE(waitFor([&] { return link.ComDataSeen; }));
-    EXPECT_EQ(int(ring.ByteCount), 0) << "the bytes wait in the control";
-    EXPECT_FALSE(TimerProcess.isActive());
-
-    link.DataBusy = false;
-    ASSERT_TRUE(pty.write(QByteArray(50, 'b')));
-    ASSERT_TRUE(waitFor([&] { return ring.ByteCount == 110; }));
-    EXPECT_TRUE(TimerProcess.isActive());
-    EXPECT_EQ(control.InBufferCount(), 0);
-    EXPECT_TRUE(route.codes.isEmpty());
-
-    // A receive event with nothing held leaves the timer's countdown alone.
-    TimerProcess.stop();
-    receiver.ReceiveComData();
-    EXPECT_FALSE(TimerProcess.isActive());
 }

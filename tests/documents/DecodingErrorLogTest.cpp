@@ -1,16 +1,11 @@
 #include "../acquisition/StreamBytes.h"
-#include "acquisition/DecoderHost.h"
-#include "acquisition/InstrumentNews.h"
-#include "acquisition/LinkState.h"
-#include "acquisition/ReceiveRing.h"
-#include "acquisition/SerialControl.h"
-#include "acquisition/StreamDecoder.h"
+#include "Fakes.h"
+#include "ScriptedDialogs.h"
+#include "acquisition/Link.h"
 #include "documents/ErrorHandler.h"
 #include "documents/MenuCommands.h"
-#include "runtime/ScriptedDialogs.h"
 
 #include <QFile>
-#include <QTimer>
 
 #include <gtest/gtest.h>
 
@@ -18,18 +13,11 @@ using namespace StreamBytes;
 
 namespace {
 
-class Quiet : public InstrumentNews, public DecoderHost, public MenuCommands
+/// Counts the pairs the decoder delivers; the window's commands do nothing.
+class Quiet : public RecordedNews, public RecordedWindow, public MenuCommands
 {
 public:
-    void uvSample(quint8, float) override {}
     void condSample(float) override { ++pairs; }
-    void eventNews(quint8) override {}
-    void holdNews(quint8) override {}
-    void runStatusNews(quint8) override {}
-    void penStatusNews(quint8) override {}
-    void methodText(const QString &) override {}
-    void syncFound() override {}
-    void passEnded() override {}
     void mnuStop_Click() override {}
     void mnuLogOff_Click() override {}
     int pairs = 0;
@@ -59,17 +47,16 @@ TEST(DecodingErrorLog, EachFaultWritesItsEntryWithTheRingBytesBeforeIt)
 {
     QFile::remove(ErrorHandler::logPath());
     ScriptedDialogs dialogs;
-    Quiet quiet;
-    LinkState link;
-    ReceiveRing ring;
-    SerialControl port;
-    QTimer timer;
-    ErrorHandler route(link, port, quiet);
-    StreamDecoder decoder(ring, link, route, quiet, quiet, timer);
-    auto tick = [&] {
-        if (ring.ByteCount > 2)
-            decoder.ProcessComData();
-    };
+    struct
+    {
+        Quiet quiet;
+        ErrorHandler route{link, quiet};
+        Link link{route, quiet, quiet};
+    } rig;
+    Quiet &quiet = rig.quiet;
+    const LinkState &link = rig.link.state();
+    ReceiveRing &ring = rig.link.ring();
+    auto tick = [&] { rig.link.TimerProcess_Timer(); };
 
     ring.store(pair(1.0f, 2.0f) + status('E', 5) + sample('C', 2.0f));
     tick();

@@ -1,12 +1,13 @@
 #include "documents/ErrorHandler.h"
 
+#include "../acquisition/StreamBytes.h"
+#include "Fakes.h"
 #include "Pty.h"
-#include "acquisition/LinkState.h"
-#include "acquisition/SerialControl.h"
+#include "ScriptedDialogs.h"
+#include "acquisition/Link.h"
 #include "documents/MenuCommands.h"
 #include "runtime/Numbers.h"
 #include "runtime/RuntimeError.h"
-#include "runtime/ScriptedDialogs.h"
 
 #include <QDir>
 #include <QFile>
@@ -44,10 +45,12 @@ protected:
     }
 
     ScriptedDialogs dialogs;
-    LinkState link;
-    SerialControl port;
     QStringList calls;
-    ErrorHandler handler{link, port, *this};
+    RecordedNews news;
+    RecordedWindow window;
+    ErrorHandler handler{link, *this};
+    Link link{handler, news, window};
+    SerialControl &port = link.ComPort;
 };
 
 } // namespace
@@ -121,13 +124,23 @@ TEST_F(ErrorHandlerTest, LogOnlyCodesBeepAndWriteTwoLinesWithDebugText)
         {1008, "ERROR - Receive buffer overflow.", false},
         {1010, "ERROR - Transmit buffer full.", false},
     };
-    link.DebugText = "\r\n 1 2 3";
+    // A lost synchronisation leaves its words and bytes for the entries after it.
+    link.ring().store(StreamBytes::pair(1.0f, 2.0f) + "ABC");
+    for (int tick = 0; tick < 3; ++tick)
+        link.TimerProcess_Timer();
+    const QString debugText = link.state().DebugText;
+    ASSERT_EQ(debugText.count("\r\n"), 1);
+    QFile::remove(ErrorHandler::logPath());
+    dialogs.beeps = 0;
     QStringList expected;
     for (const auto &row : rows) {
-        link.FirstSyncFound = true;
+        link.ring().store(StreamBytes::pair(1.0f, 2.0f));
+        link.TimerProcess_Timer();
+        link.TimerProcess_Timer();
+        ASSERT_TRUE(link.state().FirstSyncFound);
         handler.HandelError(row.code);
-        EXPECT_EQ(link.FirstSyncFound, !row.clearsSync) << row.code;
-        expected << QString(row.text) + "\r\n 1 2 3";
+        EXPECT_EQ(link.state().FirstSyncFound, !row.clearsSync) << row.code;
+        expected << QString(row.text) + debugText;
     }
     const QStringList lines = logEntries();
     QStringList messages;
@@ -141,7 +154,7 @@ TEST_F(ErrorHandlerTest, LogOnlyCodesBeepAndWriteTwoLinesWithDebugText)
     EXPECT_EQ(messages, expected);
     EXPECT_EQ(dialogs.beeps, int(std::size(rows)));
     EXPECT_TRUE(dialogs.boxes.isEmpty());
-    EXPECT_EQ(link.DebugText, "\r\n 1 2 3") << "the route never clears DebugText";
+    EXPECT_EQ(link.state().DebugText, debugText) << "the route never clears DebugText";
 }
 
 TEST_F(ErrorHandlerTest, SilentCodesDoNothingAtAll)
@@ -172,6 +185,8 @@ TEST_F(ErrorHandlerTest, FullInputBufferIsReportedOnlyAbove32000Bytes)
 {
     Pty pty;
     qputenv("OSTREL_COMPORTS", pty.slavePath().toLocal8Bit());
+    // No receive events: the bytes stay in the input buffer.
+    port.setRThreshold(0);
     port.setInBufferSize(40000);
     port.setPortOpen(true);
     auto fill = [&](int count) {

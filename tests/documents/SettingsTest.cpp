@@ -1,11 +1,11 @@
 #include "documents/Settings.h"
 
-#include "acquisition/LinkState.h"
-#include "acquisition/SerialControl.h"
+#include "Fakes.h"
+#include "ScriptedDialogs.h"
+#include "acquisition/Link.h"
 #include "documents/ErrorHandler.h"
 #include "documents/MenuCommands.h"
 #include "runtime/App.h"
-#include "runtime/ScriptedDialogs.h"
 #include "runtime/SettingsStore.h"
 
 #include <QLocale>
@@ -39,9 +39,10 @@ protected:
     }
 
     ScriptedDialogs dialogs;
-    LinkState link;
-    SerialControl port;
-    ErrorHandler errors{link, port, *this};
+    RecordedNews news;
+    RecordedWindow window;
+    ErrorHandler errors{link, *this};
+    Link link{errors, news, window};
     Int16 InstanceNumber = 1;
     Settings settings{errors, InstanceNumber};
 };

@@ -1,11 +1,11 @@
 #include "Pty.h"
 #include "RunOracle.h"
+#include "ScriptedDialogs.h"
 #include "SimManifest.h"
 #include "SimulatorRun.h"
 #include "chart/Quillchart.h"
 #include "chart/RunData.h"
 #include "chart/RunFileCodec.h"
-#include "runtime/ScriptedDialogs.h"
 #include "view/frmMain.h"
 
 #include <QApplication>

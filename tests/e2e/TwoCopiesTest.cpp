@@ -1,10 +1,10 @@
 #include "Pty.h"
 #include "RunningProgram.h"
+#include "ScriptedDialogs.h"
 #include "acquisition/SerialControl.h"
 #include "acquisition/frmSetup.h"
 #include "runtime/App.h"
 #include "runtime/RuntimeError.h"
-#include "runtime/ScriptedDialogs.h"
 #include "view/frmMain.h"
 
 #include <QApplication>

@@ -1,9 +1,9 @@
+#include "ScriptedDialogs.h"
 #include "runtime/Application.h"
 #include "runtime/ComDlg.h"
 #include "runtime/Int16.h"
 #include "runtime/MsgBox.h"
 #include "runtime/RuntimeError.h"
-#include "runtime/ScriptedDialogs.h"
 
 #include <QTimer>
 

@@ -2,7 +2,6 @@
 
 #include "SimStream.h"
 #include "acquisition/DecoderHost.h"
-#include "acquisition/ErrorRoute.h"
 #include "acquisition/InstrumentNews.h"
 #include "acquisition/LinkState.h"
 #include "acquisition/ReceiveRing.h"
@@ -10,6 +9,7 @@
 #include "acquisition/StreamDecoder.h"
 #include "documents/ErrorHandler.h"
 #include "documents/MenuCommands.h"
+#include "runtime/ErrorRoute.h"
 
 #include <QStringList>
 #include <QTimer>

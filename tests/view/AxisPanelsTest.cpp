@@ -9,7 +9,7 @@
 
 namespace {
 
-class AxisPanels : public WindowFixture
+class AxisPanelsTest : public WindowFixture
 {
 protected:
     /// Types into an entry as the operator does: select all, type, press Enter.
@@ -21,49 +21,49 @@ protected:
         if (enter)
             QTest::keyClick(entry, Qt::Key_Return);
     }
-    QLineEdit *fullScale(int panel) { return window->cmbYAxis[panel]->lineEdit(); }
+    QLineEdit *fullScale(int panel) { return window->FrameScaleAxis->cmbYAxis[panel]->lineEdit(); }
 };
 
 } // namespace
 
-TEST_F(AxisPanels, StartWithTheChartsDefaultsAndTheirLists)
+TEST_F(AxisPanelsTest, StartWithTheChartsDefaultsAndTheirLists)
 {
-    EXPECT_EQ(window->cmbYAxis[0]->count(), 11);
-    EXPECT_EQ(window->cmbYAxis[0]->itemText(10), "0.001");
-    EXPECT_EQ(window->cmbYAxis[1]->count(), 10);
-    EXPECT_EQ(window->cmbYAxis[1]->itemText(9), "0.5");
-    EXPECT_EQ(window->cmbYAxis[0]->currentText(), "2.000");
-    EXPECT_EQ(window->txtYAxisMin[0]->text(), "-0.200");
-    EXPECT_EQ(window->txtYAxisMin[1]->text(), "0.0");
-    EXPECT_FALSE(window->cmdSet[0]->isEnabled());
+    EXPECT_EQ(window->FrameScaleAxis->cmbYAxis[0]->count(), 11);
+    EXPECT_EQ(window->FrameScaleAxis->cmbYAxis[0]->itemText(10), "0.001");
+    EXPECT_EQ(window->FrameScaleAxis->cmbYAxis[1]->count(), 10);
+    EXPECT_EQ(window->FrameScaleAxis->cmbYAxis[1]->itemText(9), "0.5");
+    EXPECT_EQ(window->FrameScaleAxis->cmbYAxis[0]->currentText(), "2.000");
+    EXPECT_EQ(window->FrameScaleAxis->txtYAxisMin[0]->text(), "-0.200");
+    EXPECT_EQ(window->FrameScaleAxis->txtYAxisMin[1]->text(), "0.0");
+    EXPECT_FALSE(window->FrameScaleAxis->cmdSet[0]->isEnabled());
     EXPECT_FLOAT_EQ(window->Chart[0]->UvAxisMin(), -0.2f);
-    EXPECT_FLOAT_EQ(window->ChartViews[0].CondMax, 500.0f);
+    EXPECT_FLOAT_EQ(window->tabs.ChartViews[0].CondMax, 500.0f);
 }
 
-TEST_F(AxisPanels, TypedFullScalesAreLimitedWithABeep)
+TEST_F(AxisPanelsTest, TypedFullScalesAreLimitedWithABeep)
 {
     type(fullScale(0), "5");
     EXPECT_EQ(fullScale(0)->text(), "2.000");
     EXPECT_EQ(dialogs.beeps, 1);
     EXPECT_FLOAT_EQ(window->Chart[0]->UvAxisMax(), 2.0f);
 
-    type(window->txtYAxisMin[0], "-1", false);
+    type(window->FrameScaleAxis->txtYAxisMin[0], "-1", false);
     type(fullScale(0), "0.0005");
     EXPECT_EQ(fullScale(0)->text(), "0.001");
     EXPECT_EQ(dialogs.beeps, 2);
 
-    type(window->txtYAxisMin[1], "600", false);
+    type(window->FrameScaleAxis->txtYAxisMin[1], "600", false);
     type(fullScale(1), "700");
     EXPECT_EQ(dialogs.beeps, 4) << "full scale and minimum both limited";
     EXPECT_EQ(fullScale(1)->text(), "500.0");
-    EXPECT_EQ(window->txtYAxisMin[1]->text(), "499.5");
+    EXPECT_EQ(window->FrameScaleAxis->txtYAxisMin[1]->text(), "499.5");
     EXPECT_FLOAT_EQ(window->Chart[0]->CondAxisMin(), 499.5f);
     EXPECT_TRUE(dialogs.boxes.isEmpty());
 }
 
-TEST_F(AxisPanels, TooSmallAGapIsRefusedAndTheEntriesGoBack)
+TEST_F(AxisPanelsTest, TooSmallAGapIsRefusedAndTheEntriesGoBack)
 {
-    type(window->txtYAxisMin[0], "1", false);
+    type(window->FrameScaleAxis->txtYAxisMin[0], "1", false);
     type(fullScale(0), "1");
     ASSERT_EQ(dialogs.boxes.size(), 1);
     EXPECT_EQ(dialogs.boxes[0].text, "The UV Axis Full Scale (AUFS) entry must be at least 0.001 "
@@ -71,54 +71,56 @@ TEST_F(AxisPanels, TooSmallAGapIsRefusedAndTheEntriesGoBack)
     EXPECT_EQ(dialogs.boxes[0].icon(), 48);
     EXPECT_EQ(dialogs.boxes[0].title, "Ostrel MS");
     EXPECT_EQ(fullScale(0)->text(), "2.000");
-    EXPECT_EQ(window->txtYAxisMin[0]->text(), "-0.200");
+    EXPECT_EQ(window->FrameScaleAxis->txtYAxisMin[0]->text(), "-0.200");
     EXPECT_FLOAT_EQ(window->Chart[0]->UvAxisMax(), 2.0f);
 }
 
-TEST_F(AxisPanels, ListPicksApplyAtOnceAndTypedValuesNeedNotBeInTheList)
+TEST_F(AxisPanelsTest, ListPicksApplyAtOnceAndTypedValuesNeedNotBeInTheList)
 {
-    window->cmbYAxis[0]->setCurrentIndex(2);
-    emit window->cmbYAxis[0]->activated(2);
-    EXPECT_EQ(window->txtYAxisMin[0]->text(), "-0.050") << "a tenth of the full scale below 0";
+    window->FrameScaleAxis->cmbYAxis[0]->setCurrentIndex(2);
+    emit window->FrameScaleAxis->cmbYAxis[0]->activated(2);
+    EXPECT_EQ(window->FrameScaleAxis->txtYAxisMin[0]->text(), "-0.050")
+        << "a tenth of the full scale below 0";
     EXPECT_FLOAT_EQ(window->Chart[0]->UvAxisMax(), 0.5f);
 
     type(fullScale(0), "1.5");
-    EXPECT_FLOAT_EQ(window->ChartViews[0].UvMax, 1.5f);
+    EXPECT_FLOAT_EQ(window->tabs.ChartViews[0].UvMax, 1.5f);
     EXPECT_EQ(fullScale(0)->text(), "1.500");
 }
 
-TEST_F(AxisPanels, SetIsLitWhileItsEntryDiffersAsText)
+TEST_F(AxisPanelsTest, SetIsLitWhileItsEntryDiffersAsText)
 {
     type(fullScale(0), "0.5", false);
-    EXPECT_TRUE(window->cmdSet[0]->isEnabled()) << "0.5 is not the 0.500 shown";
-    type(window->txtYAxisMin[0], "-0.200", false);
-    EXPECT_FALSE(window->cmdSet[0]->isEnabled()) << "the last edit decides";
-    type(window->txtYAxisMin[0], "-0.1", false);
-    EXPECT_TRUE(window->cmdSet[0]->isEnabled());
-    window->cmdSet[0]->click();
-    EXPECT_FALSE(window->cmdSet[0]->isEnabled());
+    EXPECT_TRUE(window->FrameScaleAxis->cmdSet[0]->isEnabled()) << "0.5 is not the 0.500 shown";
+    type(window->FrameScaleAxis->txtYAxisMin[0], "-0.200", false);
+    EXPECT_FALSE(window->FrameScaleAxis->cmdSet[0]->isEnabled()) << "the last edit decides";
+    type(window->FrameScaleAxis->txtYAxisMin[0], "-0.1", false);
+    EXPECT_TRUE(window->FrameScaleAxis->cmdSet[0]->isEnabled());
+    window->FrameScaleAxis->cmdSet[0]->click();
+    EXPECT_FALSE(window->FrameScaleAxis->cmdSet[0]->isEnabled());
     EXPECT_FLOAT_EQ(window->Chart[0]->UvAxisMin(), -0.1f);
 }
 
-TEST_F(AxisPanels, KeyFilterFollowsTheLocalesSeparatorAndTheMinusRule)
+TEST_F(AxisPanelsTest, KeyFilterFollowsTheLocalesSeparatorAndTheMinusRule)
 {
-    QLineEdit *minimum = window->txtYAxisMin[0];
+    QLineEdit *minimum = window->FrameScaleAxis->txtYAxisMin[0];
     minimum->clear();
     QTest::keyClicks(minimum, "-1.5x");
     EXPECT_EQ(minimum->text(), "-1.5");
     EXPECT_EQ(dialogs.beeps, 1);
     QTest::keyClicks(minimum, ".-");
     EXPECT_EQ(minimum->text(), "-1.5") << "a second point and a later minus are refused";
-    window->txtYAxisMin[1]->clear();
-    QTest::keyClicks(window->txtYAxisMin[1], "-");
-    EXPECT_EQ(window->txtYAxisMin[1]->text(), "") << "only the UV minimum may be negative";
+    window->FrameScaleAxis->txtYAxisMin[1]->clear();
+    QTest::keyClicks(window->FrameScaleAxis->txtYAxisMin[1], "-");
+    EXPECT_EQ(window->FrameScaleAxis->txtYAxisMin[1]->text(), "")
+        << "only the UV minimum may be negative";
 
     QLocale::setDefault(QLocale(QLocale::German));
-    window->optTimeAxis[1]->setChecked(true);
-    window->txtChartTime->clear();
-    QTest::keyClicks(window->txtChartTime, "2.5");
-    EXPECT_EQ(window->txtChartTime->text(), "25") << "the point is refused";
-    window->txtChartTime->clear();
-    QTest::keyClicks(window->txtChartTime, "2,5");
-    EXPECT_EQ(window->txtChartTime->text(), "2,5") << "the comma passes";
+    window->FrameScaleAxis->optTimeAxis[1]->setChecked(true);
+    window->FrameScaleAxis->txtChartTime->clear();
+    QTest::keyClicks(window->FrameScaleAxis->txtChartTime, "2.5");
+    EXPECT_EQ(window->FrameScaleAxis->txtChartTime->text(), "25") << "the point is refused";
+    window->FrameScaleAxis->txtChartTime->clear();
+    QTest::keyClicks(window->FrameScaleAxis->txtChartTime, "2,5");
+    EXPECT_EQ(window->FrameScaleAxis->txtChartTime->text(), "2,5") << "the comma passes";
 }

@@ -11,20 +11,20 @@
 
 namespace {
 
-class TimeAxis : public WindowFixture
+class TimeAxisTest : public WindowFixture
 {
 protected:
     Quillchart &recorder() { return *window->Chart[0]; }
     void setWindow(const QString &minutes)
     {
-        window->txtChartTime->setText(minutes);
-        window->cmdSetTime->click();
+        window->FrameScaleAxis->txtChartTime->setText(minutes);
+        window->FrameScaleAxis->cmdSetTime->click();
     }
 };
 
 } // namespace
 
-TEST_F(TimeAxis, FullViewEndsOnTheWholeMinuteRoundedHalfToEven)
+TEST_F(TimeAxisTest, FullViewEndsOnTheWholeMinuteRoundedHalfToEven)
 {
     window->SetFullView();
     EXPECT_FLOAT_EQ(recorder().TimeAxisMax(), 10.0f) << "an empty chart shows ten minutes";
@@ -35,37 +35,37 @@ TEST_F(TimeAxis, FullViewEndsOnTheWholeMinuteRoundedHalfToEven)
     window->SetFullView();
     EXPECT_FLOAT_EQ(recorder().TimeAxisMax(), 4.0f);
     EXPECT_FLOAT_EQ(recorder().TimeAxisMin(), 0.0f);
-    EXPECT_FALSE(window->txtChartTime->isEnabled());
+    EXPECT_FALSE(window->FrameScaleAxis->txtChartTime->isEnabled());
 }
 
-TEST_F(TimeAxis, AWindowBeyondTheDataIsPulledBack)
+TEST_F(TimeAxisTest, AWindowBeyondTheDataIsPulledBack)
 {
     recordMinutes(20.4);
-    window->optTimeAxis[1]->setChecked(true);
-    EXPECT_TRUE(window->txtChartTime->isEnabled());
+    window->FrameScaleAxis->optTimeAxis[1]->setChecked(true);
+    EXPECT_TRUE(window->FrameScaleAxis->txtChartTime->isEnabled());
     EXPECT_TRUE(window->ScrollChart[0]->isEnabled());
 
-    window->ChartViews[0].TimeFrom = 15;
+    window->tabs.ChartViews[0].TimeFrom = 15;
     recorder().setTimeAxisMin(15);
     setWindow("10");
     EXPECT_FLOAT_EQ(recorder().TimeAxisMax(), 21.0f);
-    EXPECT_FLOAT_EQ(window->ChartViews[0].TimeFrom, 11.0f);
+    EXPECT_FLOAT_EQ(window->tabs.ChartViews[0].TimeFrom, 11.0f);
 
     setWindow("50");
-    EXPECT_FLOAT_EQ(window->ChartViews[0].TimeFrom, 0.0f);
-    EXPECT_DOUBLE_EQ(window->WindowMinutes[0], 21.0);
-    EXPECT_EQ(window->txtChartTime->text(), "21.0");
-    EXPECT_FALSE(window->cmdSetTime->isEnabled());
+    EXPECT_FLOAT_EQ(window->tabs.ChartViews[0].TimeFrom, 0.0f);
+    EXPECT_DOUBLE_EQ(window->tabs.WindowMinutes[0], 21.0);
+    EXPECT_EQ(window->FrameScaleAxis->txtChartTime->text(), "21.0");
+    EXPECT_FALSE(window->FrameScaleAxis->cmdSetTime->isEnabled());
 
     setWindow("0.05");
-    EXPECT_EQ(window->txtChartTime->text(), "21.0") << "refused with a beep";
+    EXPECT_EQ(window->FrameScaleAxis->txtChartTime->text(), "21.0") << "refused with a beep";
     EXPECT_EQ(dialogs.beeps, 1);
 }
 
-TEST_F(TimeAxis, ScrollBarRangeAndStepsFollowTheWindow)
+TEST_F(TimeAxisTest, ScrollBarRangeAndStepsFollowTheWindow)
 {
     recordMinutes(40.0);
-    window->optTimeAxis[1]->setChecked(true);
+    window->FrameScaleAxis->optTimeAxis[1]->setChecked(true);
     QScrollBar *bar = window->ScrollChart[0];
     EXPECT_EQ(bar->maximum(), 30) << "40.5 - 10 rounds to 30";
     EXPECT_EQ(bar->pageStep(), 10);
@@ -76,7 +76,7 @@ TEST_F(TimeAxis, ScrollBarRangeAndStepsFollowTheWindow)
     bar->setSliderPosition(12);
     EXPECT_FLOAT_EQ(recorder().TimeAxisMin(), 12.0f);
     EXPECT_FLOAT_EQ(recorder().TimeAxisMax(), 22.0f);
-    EXPECT_FLOAT_EQ(window->ChartViews[0].TimeFrom, 12.0f);
+    EXPECT_FLOAT_EQ(window->tabs.ChartViews[0].TimeFrom, 12.0f);
     bar->setSliderDown(false);
 
     setWindow("0.5");
@@ -84,7 +84,7 @@ TEST_F(TimeAxis, ScrollBarRangeAndStepsFollowTheWindow)
     EXPECT_EQ(bar->singleStep(), 1);
 }
 
-TEST_F(TimeAxis, ZoomIsTakenOverAsAWindowAndUnzoomGoesBackToFullView)
+TEST_F(TimeAxisTest, ZoomIsTakenOverAsAWindowAndUnzoomGoesBackToFullView)
 {
     recordMinutes(8.0);
     window->SetFullView();
@@ -95,30 +95,31 @@ TEST_F(TimeAxis, ZoomIsTakenOverAsAWindowAndUnzoomGoesBackToFullView)
     QTest::mouseRelease(&chart, Qt::LeftButton, {},
                         QPoint(plot.width() * 6 / 10, plot.height() * 3 / 4));
 
-    ASSERT_TRUE(window->Zoomed[0]);
-    EXPECT_TRUE(window->optTimeAxis[1]->isChecked());
-    EXPECT_FALSE(window->FullView[0]);
-    const ChartViewState &state = window->ChartViews[0];
+    ASSERT_TRUE(window->tabs.Zoomed[0]);
+    EXPECT_TRUE(window->FrameScaleAxis->optTimeAxis[1]->isChecked());
+    EXPECT_FALSE(window->tabs.FullView[0]);
+    const ChartViewState &state = window->tabs.ChartViews[0];
     EXPECT_FLOAT_EQ(state.TimeFrom, chart.TimeAxisMin());
     EXPECT_FLOAT_EQ(state.TimeSpan, chart.TimeAxisMax() - chart.TimeAxisMin());
     EXPECT_FLOAT_EQ(state.UvMax, chart.UvAxisMax());
-    EXPECT_EQ(window->cmbYAxis[0]->currentText(), Format(chart.UvAxisMax(), "0.000"));
-    EXPECT_EQ(window->txtChartTime->text(), Format(state.TimeSpan, "0.0"));
-    EXPECT_DOUBLE_EQ(window->WindowMinutes[0], 10.0) << "what an unzoom goes back to";
-    EXPECT_FALSE(window->cmdSet[0]->isEnabled());
+    EXPECT_EQ(window->FrameScaleAxis->cmbYAxis[0]->currentText(),
+              Format(chart.UvAxisMax(), "0.000"));
+    EXPECT_EQ(window->FrameScaleAxis->txtChartTime->text(), Format(state.TimeSpan, "0.0"));
+    EXPECT_DOUBLE_EQ(window->tabs.WindowMinutes[0], 10.0) << "what an unzoom goes back to";
+    EXPECT_FALSE(window->FrameScaleAxis->cmdSet[0]->isEnabled());
 
     QTest::mouseClick(&chart, Qt::RightButton);
-    EXPECT_FALSE(window->Zoomed[0]);
-    EXPECT_TRUE(window->optTimeAxis[0]->isChecked());
+    EXPECT_FALSE(window->tabs.Zoomed[0]);
+    EXPECT_TRUE(window->FrameScaleAxis->optTimeAxis[0]->isChecked());
     EXPECT_FLOAT_EQ(chart.TimeAxisMax(), 8.0f);
-    EXPECT_FLOAT_EQ(window->ChartViews[0].UvMax, 2.0f);
-    EXPECT_FLOAT_EQ(window->ChartViews[0].TimeSpan, 10.0f);
-    EXPECT_EQ(window->cmbYAxis[0]->currentText(), "2.000");
+    EXPECT_FLOAT_EQ(window->tabs.ChartViews[0].UvMax, 2.0f);
+    EXPECT_FLOAT_EQ(window->tabs.ChartViews[0].TimeSpan, 10.0f);
+    EXPECT_EQ(window->FrameScaleAxis->cmbYAxis[0]->currentText(), "2.000");
 }
 
-TEST_F(TimeAxis, LiveViewJumpsOnlyWhenTheNewestPairLeavesTheAxis)
+TEST_F(TimeAxisTest, LiveViewJumpsOnlyWhenTheNewestPairLeavesTheAxis)
 {
-    window->optTimeAxis[1]->setChecked(true);
+    window->FrameScaleAxis->optTimeAxis[1]->setChecked(true);
     window->mnuStart_Click();
     recordMinutes(10.0); // the last pair at 9.997
     window->UpdateLiveView();
@@ -127,11 +128,11 @@ TEST_F(TimeAxis, LiveViewJumpsOnlyWhenTheNewestPairLeavesTheAxis)
     window->UpdateLiveView();
     EXPECT_FLOAT_EQ(recorder().TimeAxisMin(), 1.0f);
     EXPECT_FLOAT_EQ(recorder().TimeAxisMax(), 11.0f);
-    EXPECT_FLOAT_EQ(window->ChartViews[0].TimeFrom, 1.0f);
+    EXPECT_FLOAT_EQ(window->tabs.ChartViews[0].TimeFrom, 1.0f);
     EXPECT_FALSE(window->ScrollChart[0]->isEnabled()) << "the live view owns the window";
 
     // Full view gives a quarter more room than the run has, from where the axis starts.
-    window->optTimeAxis[0]->setChecked(true);
+    window->FrameScaleAxis->optTimeAxis[0]->setChecked(true);
     window->Chart[0]->setTimeAxisMin(0);
     window->Chart[0]->setTimeAxisMax(11);
     recordMinutes(0.5);
@@ -142,7 +143,7 @@ TEST_F(TimeAxis, LiveViewJumpsOnlyWhenTheNewestPairLeavesTheAxis)
     EXPECT_FLOAT_EQ(recorder().TimeAxisMax(), recorder().GetLastTime() * 1.25f);
 }
 
-TEST_F(TimeAxis, StopGivesTheBarANegativeMaximumForAShortRun)
+TEST_F(TimeAxisTest, StopGivesTheBarANegativeMaximumForAShortRun)
 {
     window->mnuStart_Click();
     recordMinutes(3.0 + 1.0 / 300.0); // the last pair at 3.0

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "Pty.h"
+#include "ScriptedDialogs.h"
 #include "chart/Quillchart.h"
-#include "runtime/ScriptedDialogs.h"
+#include "view/AxisFrame.h"
 #include "view/frmMain.h"
 
 #include <QLocale>
@@ -10,13 +10,12 @@
 #include <gtest/gtest.h>
 #include <memory>
 
-/// The real main window, offscreen, on COM 1 = a pseudo-terminal, with scripted boxes.
+/// The real main window, offscreen and without a port, with scripted boxes.
 class WindowFixture : public ::testing::Test
 {
 protected:
     void SetUp() override
     {
-        qputenv("OSTREL_COMPORTS", pty.slavePath().toLocal8Bit());
         window = std::make_unique<frmMain>();
         window->show();
         dialogs.boxes.clear();
@@ -25,7 +24,6 @@ protected:
     void TearDown() override
     {
         window.reset();
-        qputenv("OSTREL_COMPORTS", "");
         QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedStates));
     }
 
@@ -37,7 +35,6 @@ protected:
             window->Chart[0]->AddSample(0.1f, 20.0f);
     }
 
-    Pty pty;
     ScriptedDialogs dialogs;
     std::unique_ptr<frmMain> window;
 };

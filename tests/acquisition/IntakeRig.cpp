@@ -1,0 +1,71 @@
+#include "IntakeRig.h"
+
+#include "chart/RunData.h"
+#include "chart/RunFileCodec.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+IntakeRig::IntakeRig()
+    : intake(chart0, chart5, link, errors, *this, DataLogging)
+    , session(link, intake, *this, window)
+    , link(errors, intake, session)
+{
+    // The search finds the block and leaves it; the rig starts on an empty ring.
+    link.ring().store(StreamBytes::pair(0.0f, 0.0f));
+    link.TimerProcess_Timer();
+    link.ring().TakeIndex = link.ring().PutIndex;
+    link.ring().ByteCount = 0;
+    // No port keeps the watchdog quiet; the tests of the session start it themselves.
+    session.stopWatchdog();
+    window.calls.clear();
+}
+
+void IntakeRig::feed(const QByteArray &bytes)
+{
+    link.ring().store(bytes);
+    link.TimerProcess_Timer();
+}
+
+void IntakeRig::pairs(int count, char letter)
+{
+    for (int i = 0; i < count; ++i)
+        feed(StreamBytes::pair(0.5f, 50.0f, letter));
+}
+
+void IntakeRig::mnuStart_Click()
+{
+    ++recordCommands;
+    window.calls << QStringLiteral("Record");
+    session.record();
+}
+
+void IntakeRig::mnuStop_Click()
+{
+    ++stopCommands;
+    window.calls << QStringLiteral("Stop");
+    session.stop();
+}
+
+ChartContent contentOf(Quillchart &chart)
+{
+    ChartContent content;
+    QTemporaryDir dir;
+    const QString path = dir.filePath("run.chd");
+    EXPECT_TRUE(chart.SaveDataFile(path));
+    QFile file(path);
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+    const auto run = RunFileCodec::decode(file.readAll(), RunFileCodec::Kind::Data);
+    EXPECT_TRUE(run.has_value());
+    if (!run)
+        return content;
+    const auto sampleAt = [](float time) { return qRound64(time / SampleStore::timeOf(1)); };
+    for (const EventMark &mark : run->annotations.eventMarks())
+        content.marks << QStringLiteral("%1@%2").arg(mark.label).arg(sampleAt(mark.time));
+    for (const MethodText &text : run->annotations.methodTexts())
+        content.methodTexts << sampleAt(text.time);
+    content.lastSample = run->store.count() - 1;
+    return content;
+}

@@ -1,0 +1,61 @@
+#pragma once
+
+#include "Fakes.h"
+#include "StreamBytes.h"
+#include "acquisition/Link.h"
+#include "acquisition/RecordCommands.h"
+#include "acquisition/RecordingSession.h"
+#include "acquisition/SampleIntake.h"
+#include "chart/Quillchart.h"
+
+#include <QStringList>
+
+/// The real link, intake and session between a synchronised stream and two real charts. The
+/// window's Record and Stop are what they are in the program: the session's halves, counted
+/// and noted among the window's calls.
+class IntakeRig : public RecordCommands
+{
+public:
+    IntakeRig();
+
+    /// Stores the bytes and runs one tick of the main loop's timer.
+    void feed(const QByteArray &bytes);
+    /// `count` sample pairs whose UV block has the letter `letter`.
+    void pairs(int count, char letter);
+
+    void mnuStart_Click() override;
+    void mnuStop_Click() override;
+
+    RecordedErrors errors;
+    RecordedWindow window;
+    Quillchart chart0;
+    Quillchart chart5;
+    bool DataLogging = true;
+    SampleIntake intake;
+    RecordingSession session;
+    Link link;
+
+    int recordCommands = 0;
+    int stopCommands = 0;
+};
+
+/// What a chart holds, read back from the run file it saves: its marks as "label@sample" in
+/// order, the samples its method texts stand on, and the index of its last sample.
+struct ChartContent
+{
+    QStringList marks;
+    QList<qint64> methodTexts;
+    qint64 lastSample = -1;
+};
+ChartContent contentOf(Quillchart &chart);
+
+/// A one-byte block: "E", "H", "P" or "R" with its value.
+inline QByteArray news(char type, int value)
+{
+    return StreamBytes::status(type, std::uint8_t(value));
+}
+
+inline QByteArray fBlock()
+{
+    return StreamBytes::sample('F', 0.0f);
+}

@@ -1,0 +1,278 @@
+#include "acquisition/Link.h"
+
+#include "Fakes.h"
+#include "Pty.h"
+#include "StreamBytes.h"
+
+#include <bit>
+#include <gtest/gtest.h>
+
+using namespace StreamBytes;
+
+namespace {
+
+/// The link with the window, the intake and the error route replaced by recorders. A tick is a
+/// tick of the main loop's timer, as the program's timer runs it.
+class LinkTest : public ::testing::Test
+{
+protected:
+    LinkTest()
+    {
+        errors.onError = [this](qint32 code) {
+            reported << QStringLiteral("%1 %2").arg(code).arg(link.state().DebugText);
+        };
+        news.onNews = [this] {
+            quietDuringNews =
+                quietDuringNews && link.state().DataBusy && !link.TimerProcess().isActive();
+        };
+    }
+
+    void feed(const QByteArray &bytes) { link.ring().store(bytes); }
+    void tick() { link.TimerProcess_Timer(); }
+    void synchronise()
+    {
+        feed(pair(0.0f, 0.0f));
+        tick();
+        ASSERT_TRUE(link.state().FirstSyncFound);
+        tick();
+        news.lines.clear();
+        window.calls.clear();
+    }
+    /// Empties the ring of what a test left undecoded.
+    void drain()
+    {
+        link.ring().TakeIndex = link.ring().PutIndex;
+        link.ring().ByteCount = 0;
+    }
+
+    RecordedErrors errors;
+    RecordedNews news;
+    RecordedWindow window;
+    Link link{errors, news, window};
+    QStringList reported;
+    bool quietDuringNews = true;
+};
+
+} // namespace
+
+TEST_F(LinkTest, TwoBytesStartNoPassAndThreeStartTheSearch)
+{
+    feed(QByteArray("\x96U", 2));
+    tick();
+    EXPECT_TRUE(window.calls.isEmpty());
+    EXPECT_TRUE(errors.codes.isEmpty());
+    EXPECT_EQ(link.TimerProcess().interval(), 700);
+    EXPECT_TRUE(link.TimerProcess().isActive()) << "on from the start";
+    for (int count = 3; count <= 6; ++count) {
+        feed(QByteArray(1, char(0x96)));
+        tick();
+        EXPECT_EQ(errors.codes.size(), count - 2) << "too few bytes for a search: -13 at once";
+        EXPECT_EQ(int(link.ring().ByteCount), count) << "and the bytes stay";
+    }
+    EXPECT_EQ(errors.codes.last(), -13);
+    EXPECT_FALSE(link.state().FirstSyncFound);
+}
+
+TEST_F(LinkTest, SyncSearchDropsOneTwoOrSevenBytesAndDecodesFromTheNextTick)
+{
+    QByteArray stream;
+    stream += char(0x01);                                 // not a sync byte: 1 dropped
+    stream += QByteArray("\x96Q", 2);                     // sync, not U/V: 2 dropped
+    stream += QByteArray("\x96U\x3F\x80\x00\x00\x00", 7); // no sync 6 on: 7 dropped
+    const int dropped = int(stream.size());
+    stream += pair(1.5f, 20.0f, 'V');
+    feed(stream);
+
+    tick();
+    EXPECT_EQ(window.calls, QStringList({"syncFound", "passEnded"}));
+    EXPECT_TRUE(link.state().FirstSyncFound);
+    EXPECT_EQ(int(link.ring().TakeIndex), dropped) << "the UV block is left for decoding";
+    EXPECT_TRUE(news.lines.isEmpty());
+    EXPECT_TRUE(errors.codes.isEmpty());
+
+    tick();
+    EXPECT_EQ(news.lines, QStringList({"V 1.5", "C 20"}));
+    EXPECT_EQ(int(link.ring().ByteCount), 0);
+}
+
+TEST_F(LinkTest, EveryKnownBlockReachesTheIntakeInOrderMostSignificantByteFirst)
+{
+    synchronise();
+    feed(status('E', 4) + sample('V', 0.25f) + sample('D', 3.5f) + status('E', 2) + status('E', 3) +
+         status('E', 8) + status('H', 1) + status('H', 2) + status('R', 3) + status('P', 1) +
+         status('P', 0) + method("Flow\r\n") + QByteArray("\x96U\x3F\x80\x00\x00", 6) +
+         QByteArray("\x96"
+                    "C\x00\x00\x80\x3F",
+                    6));
+    tick();
+    EXPECT_EQ(news.lines, QStringList({"E 4", "V 0.25", "C 3.5", "E 2", "E 3", "E 8", "H 1", "H 2",
+                                       "R 3", "P 1", "P 0", "M Flow\r\n", "U 1",
+                                       QString("C %1").arg(std::bit_cast<float>(0x0000803Fu))}));
+    EXPECT_TRUE(errors.codes.isEmpty());
+    EXPECT_TRUE(quietDuringNews) << "news arrives with DataBusy on and the timer stopped";
+    EXPECT_FALSE(link.state().DataBusy);
+    EXPECT_TRUE(link.TimerProcess().isActive());
+    EXPECT_EQ(window.calls, QStringList({"passEnded"}));
+}
+
+TEST_F(LinkTest, StatusBlocksMarkTheInstrumentKindEvenWhenTheirValueIsWrong)
+{
+    synchronise();
+    for (const QByteArray &block : {status('R', 9), sample('F', 0.0f), status('P', 1)}) {
+        link.forgetStatusBlocks();
+        feed(block);
+        tick();
+        EXPECT_TRUE(link.state().StatusBlocksSeen) << block.toHex().toStdString();
+    }
+}
+
+TEST_F(LinkTest, ParameterErrorsConsumeTheBlockAndThePassGoesOn)
+{
+    const struct
+    {
+        char type;
+        std::uint8_t bad;
+        const char *text;
+    } rows[] = {
+        {'E', 5, "Sub HandelEventData; Event Byte Expected; Actual Byte Received: 5"},
+        {'H', 0, "Sub HandelHoldData; Hold Byte Expected; Actual Byte Received: 0"},
+        {'P', 2, "Sub HandelPenStatusData; Pen Byte Expected; Actual Byte Received: 2"},
+        {'R', 150, "Sub HandelRunStatusData; Run Byte Expected; Actual Byte Received: 150"},
+    };
+    synchronise();
+    for (const auto &row : rows) {
+        reported.clear();
+        news.lines.clear();
+        feed(status('E', 2) + status(row.type, row.bad) + sample('C', 1.0f));
+        tick();
+        ASSERT_EQ(reported.size(), 1) << row.type;
+        EXPECT_TRUE(reported[0].startsWith(QString("-11 ") + row.text + "\r\n"));
+        // The dump stops short of the bad byte: ..., the E block's value, sync, type letter.
+        EXPECT_TRUE(reported[0].endsWith(" 2 150 " + QString::number(row.type)))
+            << reported[0].toStdString();
+        EXPECT_EQ(news.lines, QStringList({"E 2", "C 1"}));
+        EXPECT_EQ(int(link.ring().ByteCount), 0);
+    }
+}
+
+TEST_F(LinkTest, UnknownTypesAndLostSyncAreReportedButNotConsumed)
+{
+    synchronise();
+    for (const std::uint8_t type :
+         {0x47, 0x49, 0x4A, 0x4B, 0x4C, 0x4E, 0x4F, 0x51, 0x53, 0x54, 0x00, 0x42, 0x57, 0x96}) {
+        reported.clear();
+        const int take = link.ring().TakeIndex;
+        feed(QByteArray() + char(0x96) + char(type) + QByteArray(4, 0));
+        tick();
+        ASSERT_EQ(reported.size(), 1) << int(type);
+        EXPECT_TRUE(reported[0].startsWith(
+            "-12 Sub PeekDataBlock; Data Type Byte Expected; Actual Byte Received: " +
+            QString::number(type) + "\r\n"));
+        EXPECT_EQ(int(link.ring().TakeIndex), take);
+        drain();
+    }
+
+    reported.clear();
+    feed(QByteArray("\x41\x96U", 3));
+    tick();
+    ASSERT_EQ(reported.size(), 1);
+    EXPECT_TRUE(reported[0].startsWith(
+        "-10 Sub PeekDataBlock; Sync Byte Expected; Actual Byte Received: 65\r\n"));
+    EXPECT_EQ(int(link.ring().ByteCount), 3);
+}
+
+TEST_F(LinkTest, ABlockIsDecodedOnlyOnceAllItsBytesAreThere)
+{
+    synchronise();
+    feed(QByteArray("\x96"
+                    "C\x00",
+                    3));
+    tick();
+    EXPECT_TRUE(news.lines.isEmpty()) << "three bytes of a C block";
+    feed(QByteArray(3, 0) + QByteArray("\x96"
+                                       "E",
+                                       2));
+    tick();
+    EXPECT_EQ(news.lines, QStringList({"C 0"})) << "the E block waits for its value";
+    feed(QByteArray(1, 2));
+    tick();
+    EXPECT_EQ(news.lines, QStringList({"C 0", "E 2"}));
+    EXPECT_TRUE(errors.codes.isEmpty());
+}
+
+TEST_F(LinkTest, ShortFBlockTakesTheCountBelowZeroAndRecovers)
+{
+    synchronise();
+    feed(QByteArray("\x96"
+                    "F\x01",
+                    3));
+    tick();
+    EXPECT_EQ(int(link.ring().ByteCount), -3);
+    tick();
+    EXPECT_EQ(int(link.ring().ByteCount), -3) << "the timer's test stays false";
+
+    feed(QByteArray("\x02\x03\x04", 3) + pair(0.5f, 2.0f));
+    tick();
+    EXPECT_EQ(news.lines, QStringList({"U 0.5", "C 2"}));
+    EXPECT_TRUE(errors.codes.isEmpty());
+}
+
+TEST_F(LinkTest, MethodBlocksCompleteEmptyAndUnterminated)
+{
+    synchronise();
+    feed(method("Step 1\tBuffer A\xB5\r\n") + method(""));
+    tick();
+    EXPECT_EQ(news.lines,
+              QStringList({QString("M Step 1\tBuffer A") + QChar(0xB5) + "\r\n", "M "}));
+
+    news.lines.clear();
+    const QByteArray unterminated("\x96MColumn: Q");
+    feed(unterminated);
+    tick();
+    tick();
+    EXPECT_TRUE(news.lines.isEmpty());
+    EXPECT_EQ(int(link.ring().ByteCount), unterminated.size()) << "nothing consumed";
+    feed(QByteArray(" 5 ml") + char(0x96) + pair(0.0f, 1.0f));
+    tick();
+    EXPECT_EQ(news.lines, QStringList({"M Column: Q 5 ml", "U 0", "C 1"}));
+    EXPECT_TRUE(errors.codes.isEmpty());
+}
+
+TEST_F(LinkTest, ADecodeErrorKeepsThePassGoingButTheNextPassSearches)
+{
+    // As the program's error route does for a decoding error.
+    errors.onError = [this](qint32) { link.loseSync(); };
+    synchronise();
+    feed(status('E', 2) + status('E', 5) + sample('C', 4.0f));
+    tick();
+    EXPECT_EQ(news.lines, QStringList({"E 2", "C 4"}));
+    news.lines.clear();
+    feed(sample('C', 1.0f) + pair(2.0f, 3.0f));
+    tick();
+    EXPECT_TRUE(news.lines.isEmpty());
+    tick();
+    EXPECT_EQ(news.lines, QStringList({"U 2", "C 3"}));
+}
+
+TEST_F(LinkTest, ReceiveEventsFillTheRingOnlyWhileNothingElseWorks)
+{
+    Pty pty;
+    const ComPorts com({pty.slavePath()});
+    link.ComPort.setCommPort(1);
+    link.ComPort.setPortOpen(true);
+
+    link.setDataBusy(true);
+    ASSERT_TRUE(pty.write(QByteArray(60, 'a')));
+    ASSERT_TRUE(waitFor([&] { return link.state().ComDataSeen; }));
+    EXPECT_EQ(int(link.ring().ByteCount), 0) << "the bytes wait in the control";
+
+    link.setDataBusy(false);
+    link.clearComDataSeen();
+    ASSERT_TRUE(pty.write(QByteArray(50, 'b')));
+    ASSERT_TRUE(waitFor([&] { return link.ring().ByteCount == 110; }));
+    EXPECT_TRUE(link.state().ComDataSeen);
+    EXPECT_TRUE(link.TimerProcess().isActive());
+    EXPECT_GT(link.TimerProcess().remainingTime(), 600) << "each receive event restarts the wait";
+    EXPECT_EQ(link.ComPort.InBufferCount(), 0);
+    EXPECT_TRUE(errors.codes.isEmpty());
+}

@@ -1,0 +1,125 @@
+#include "IntakeRig.h"
+#include "ModalDriver.h"
+#include "Pty.h"
+#include "acquisition/frmNoData.h"
+
+#include <QPushButton>
+
+#include <gtest/gtest.h>
+
+using namespace StreamBytes;
+
+namespace {
+
+/// The rig's link on COM 1 = a pseudo-terminal, with the session recording.
+class RecordingSessionTest : public ::testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        rig.link.ComPort.setCommPort(1);
+        rig.link.ComPort.setPortOpen(true);
+        ASSERT_TRUE(rig.link.ComPort.PortOpen());
+        rig.mnuStart_Click();
+        rig.window.calls.clear();
+    }
+
+    /// Bytes through the terminal, taken by the receive event as the program takes them.
+    void arrive(const QByteArray &bytes)
+    {
+        const int before = rig.link.ring().ByteCount;
+        ASSERT_TRUE(pty.write(bytes));
+        ASSERT_TRUE(waitFor([&] { return rig.link.ring().ByteCount >= before + bytes.size(); }));
+    }
+
+    Pty pty;
+    ComPorts com{{pty.slavePath()}};
+    ModalDriver driver;
+    IntakeRig rig;
+};
+
+} // namespace
+
+TEST_F(RecordingSessionTest, TickWithoutDataLosesTheLinkThenDoesWhatTheOperatorChose)
+{
+    struct Case
+    {
+        const char *button;
+        QStringList after;
+    };
+    const Case cases[] = {{"OK", {}}, {"Setup", {"ComPort"}}, {"Exit", {"Exit"}}};
+    for (const Case &c : cases) {
+        SCOPED_TRACE(c.button);
+        rig.window.calls.clear();
+        if (!rig.intake.Recording())
+            rig.mnuStart_Click();
+        rig.session.startWatchdog();
+        rig.window.calls.clear();
+        driver.answerWith<frmNoData>([&](frmNoData &shown) {
+            EXPECT_FALSE(rig.link.state().DataBusy);
+            EXPECT_FALSE(rig.link.state().FirstSyncFound) << "searching while the box is up";
+            QPushButton *button = QString(c.button) == "OK"      ? shown.cmdOk
+                                  : QString(c.button) == "Setup" ? shown.cmdSetup
+                                                                 : shown.cmdExit;
+            button->click();
+        });
+        rig.session.TimerCheckComData_Timer();
+        EXPECT_EQ(driver.showings(), int(&c - cases) + 1);
+        EXPECT_EQ(rig.window.calls, QStringList({"stopLogTimer", "Stop", "linkLost"}) + c.after)
+            << "stopped before the commands go dark";
+        EXPECT_FALSE(rig.intake.Recording());
+        EXPECT_FALSE(rig.session.TimerCheckComData().isActive());
+    }
+}
+
+TEST_F(RecordingSessionTest, TickAfterDataLeavesTheLinkAloneAndLooksAgainNextTime)
+{
+    // More than the 50 bytes that raise a receive event.
+    arrive(pair(0.5f, 1.0f).repeated(5));
+    ASSERT_TRUE(rig.link.state().ComDataSeen);
+    rig.session.TimerCheckComData_Timer();
+    EXPECT_TRUE(rig.window.calls.isEmpty());
+    EXPECT_TRUE(rig.intake.Recording());
+    EXPECT_FALSE(rig.link.state().ComDataSeen) << "the next tick needs a new event";
+    EXPECT_EQ(driver.showings(), 0);
+}
+
+TEST_F(RecordingSessionTest, LostLinkDropsTheWaitingLabelAndSearchesForTheStreamAgain)
+{
+    rig.feed(fBlock() + news('E', 2));
+    rig.window.calls.clear();
+    rig.session.ComDataLost();
+    EXPECT_EQ(rig.intake.ChartLabelType(), 0);
+    EXPECT_NE(rig.intake.LogLabelType(), 0) << "the log keeps its label";
+    EXPECT_FALSE(rig.link.state().FirstSyncFound);
+    EXPECT_FALSE(rig.link.state().DataBusy);
+
+    rig.feed(pair(0.5f, 1.0f));
+    EXPECT_TRUE(rig.link.state().FirstSyncFound);
+    EXPECT_EQ(rig.window.calls, QStringList({"Stop", "linkLost", "linkFound"}));
+    EXPECT_TRUE(rig.session.TimerCheckComData().isActive());
+}
+
+TEST_F(RecordingSessionTest, ResynchronisationKeepsTheWatchdogsCountdown)
+{
+    rig.session.startWatchdog();
+    const QTimer &watchdog = rig.session.TimerCheckComData();
+    ASSERT_TRUE(waitFor([&] { return watchdog.remainingTime() < 4500; }, 2000));
+    const int left = watchdog.remainingTime();
+    // A decoding error, and the route's answer to it: the search starts again and finds the
+    // stream.
+    rig.errors.onError = [&](qint32) { rig.link.loseSync(); };
+    rig.feed(news('E', 5) + pair(0.5f, 1.0f));
+    rig.feed(pair(0.5f, 1.0f));
+    ASSERT_FALSE(rig.errors.codes.isEmpty());
+    ASSERT_TRUE(rig.window.calls.contains("linkFound"));
+    EXPECT_LE(watchdog.remainingTime(), left);
+}
+
+TEST_F(RecordingSessionTest, PassesUpdateTheLiveViewOnlyWhileRecording)
+{
+    rig.feed(pair(0.5f, 1.0f));
+    rig.mnuStop_Click();
+    rig.feed(pair(0.5f, 1.0f));
+    EXPECT_EQ(rig.window.calls, QStringList({"UpdateLiveView", "Stop"}));
+}
