@@ -2,7 +2,7 @@
 // bursts a receive event brings. The line delivers 960 bytes a second; the headroom is what
 // keeps a modal dialog or a redraw from letting the stream fall behind.
 #include "acquisition/DecoderHost.h"
-#include "acquisition/ErrorRoute.h"
+#include "runtime/ErrorRoute.h"
 #include "acquisition/InstrumentNews.h"
 #include "acquisition/LinkState.h"
 #include "acquisition/ReceiveRing.h"

@@ -8,7 +8,7 @@
 #include "Pty.h"
 #include "chart/Quillchart.h"
 #include "runtime/Application.h"
-#include "runtime/ScriptedDialogs.h"
+#include "ScriptedDialogs.h"
 #include "view/frmMain.h"
 
 #include <QElapsedTimer>

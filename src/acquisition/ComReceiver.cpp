@@ -1,6 +1,6 @@
 #include "acquisition/ComReceiver.h"
 
-#include "acquisition/ErrorRoute.h"
+#include "runtime/ErrorRoute.h"
 #include "acquisition/LinkState.h"
 #include "acquisition/ReceiveRing.h"
 #include "acquisition/SerialControl.h"
@@ -8,15 +8,14 @@
 #include <QTimer>
 
 ComReceiver::ComReceiver(SerialControl &ComPort, ReceiveRing &ring, LinkState &link,
-                         ErrorRoute &errors, QTimer &TimerProcess, QObject *parent)
-    : QObject(parent)
-    , ComPort(ComPort)
+                         ErrorRoute &errors, QTimer &TimerProcess)
+    : ComPort(ComPort)
     , m_ring(ring)
     , m_link(link)
     , m_errors(errors)
     , TimerProcess(TimerProcess)
 {
-    connect(&ComPort, &SerialControl::OnComm, this, &ComReceiver::ComPort_OnComm);
+    QObject::connect(&ComPort, &SerialControl::OnComm, &ComPort, [this] { ComPort_OnComm(); });
 }
 
 void ComReceiver::ComPort_OnComm()
@@ -35,6 +34,7 @@ void ComReceiver::ReceiveComData()
 {
     if (ComPort.InBufferCount() == 0)
         return;
+    // Off and on again: each receive event restarts the 700 ms the decoder waits for.
     TimerProcess.stop();
     m_link.DataBusy = true;
     m_ring.store(ComPort.Input());

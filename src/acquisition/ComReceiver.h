@@ -1,7 +1,5 @@
 #pragma once
 
-#include <QObject>
-
 class ErrorRoute;
 class QTimer;
 class ReceiveRing;
@@ -10,13 +8,11 @@ struct LinkState;
 
 /// The receive side of the link: the serial control's event handler and the move of its bytes
 /// into the ring. It never decodes; the main loop's timer does that.
-class ComReceiver : public QObject
+class ComReceiver
 {
-    Q_OBJECT
-
 public:
     ComReceiver(SerialControl &ComPort, ReceiveRing &ring, LinkState &link, ErrorRoute &errors,
-                QTimer &TimerProcess, QObject *parent = nullptr);
+                QTimer &TimerProcess);
 
     void ComPort_OnComm();
     void ReceiveComData();

@@ -1,12 +1,11 @@
 #include "acquisition/SampleIntake.h"
 
-#include "acquisition/ErrorRoute.h"
-#include "acquisition/LinkState.h"
+#include "acquisition/Link.h"
 #include "acquisition/RecordCommands.h"
 #include "chart/Quillchart.h"
+#include "runtime/ErrorRoute.h"
 #include "runtime/Numbers.h"
-
-#include <QTimer>
+#include "runtime/Timers.h"
 
 #include <array>
 
@@ -59,51 +58,44 @@ QString chartText(const QString &method)
 
 } // namespace
 
-SampleIntake::SampleIntake(Quillchart &chart0, Quillchart &chart5, LinkState &link,
-                           ErrorRoute &errors, RecordCommands &commands,
-                           QTimer &TimerStopWaitForMethod, const bool &DataLogging)
+SampleIntake::SampleIntake(Quillchart &chart0, Quillchart &chart5, const Link &link,
+                           ErrorRoute &errors, RecordCommands &commands, const bool &DataLogging)
     : m_chart0(chart0)
     , m_chart5(chart5)
     , m_link(link)
     , m_errors(errors)
     , m_commands(commands)
-    , TimerStopWaitForMethod(TimerStopWaitForMethod)
     , DataLogging(DataLogging)
 {
-    m_waitTimeout =
-        QObject::connect(&TimerStopWaitForMethod, &QTimer::timeout, &TimerStopWaitForMethod,
-                         [this] { TimerStopWaitForMethod_Timer(); });
-}
-
-SampleIntake::~SampleIntake()
-{
-    QObject::disconnect(m_waitTimeout);
+    m_waitTimer.setInterval(15000);
+    QObject::connect(&m_waitTimer, &QTimer::timeout, &m_waitTimer,
+                     [this] { TimerStopWaitForMethod_Timer(); });
 }
 
 void SampleIntake::uvSample(quint8 type, float value)
 {
-    if (RunStartArmed) {
-        RunStartArmed = false;
+    if (m_runStartArmed) {
+        m_runStartArmed = false;
         if (type != kUvIdle) {
             startRun();
             startLogRun();
         }
     }
-    if (!m_link.StatusBlocksSeen) {
-        if (type == kUvIdle && ChartRunActive) {
-            if (!ChartPaused && Recording)
-                ChartPausePending = true;
-        } else if (type == kUvRun && ChartPaused) {
-            ChartPaused = false;
+    if (!statusBlocksSeen()) {
+        if (type == kUvIdle && m_chartRunActive) {
+            if (!m_chartPaused && m_recording)
+                m_chartPausePending = true;
+        } else if (type == kUvRun && m_chartPaused) {
+            m_chartPaused = false;
         }
     }
     TrackLogRunFromUv(type);
-    UvValue = value;
+    m_uvValue = value;
 }
 
 void SampleIntake::condSample(float value)
 {
-    CondValue = value;
+    m_condValue = value;
     AddChartSample();
     AddLogSample();
 }
@@ -112,40 +104,40 @@ void SampleIntake::eventNews(quint8 value)
 {
     switch (value) {
     case 8:
-        if (Recording)
-            ChartLabelType = kMarkLabel;
-        LogLabelType = kMarkLabel;
+        if (m_recording)
+            m_chartLabelType = kMarkLabel;
+        m_logLabelType = kMarkLabel;
         break;
     case 4:
-        if (RunStartArmed) {
-            RunStartArmed = false;
+        if (m_runStartArmed) {
+            m_runStartArmed = false;
             startRun();
             startLogRun();
         } else {
-            RunStartArmed = true;
+            m_runStartArmed = true;
         }
         break;
     case 3:
-        ChartRunActive = false;
-        if (Recording) {
-            ChartEndPending = true;
-            ChartPausePending = false;
-            ChartPaused = false;
+        m_chartRunActive = false;
+        if (m_recording) {
+            m_chartEndPending = true;
+            m_chartPausePending = false;
+            m_chartPaused = false;
         }
-        LogEndPending = true;
-        LogPausePending = false;
+        m_logEndPending = true;
+        m_logPausePending = false;
         break;
     case 2:
         // A number would overwrite a waiting end label: the end goes back to its flag and
         // returns after the number.
-        if (Recording || ChartPaused) {
-            if (ChartLabelType == kEndLabel)
-                ChartEndPending = true;
-            ChartLabelType = kNumberLabel;
+        if (m_recording || m_chartPaused) {
+            if (m_chartLabelType == kEndLabel)
+                m_chartEndPending = true;
+            m_chartLabelType = kNumberLabel;
         }
-        if (LogLabelType == kEndLabel)
-            LogEndPending = true;
-        LogLabelType = kNumberLabel;
+        if (m_logLabelType == kEndLabel)
+            m_logEndPending = true;
+        m_logLabelType = kNumberLabel;
         break;
     }
 }
@@ -153,45 +145,45 @@ void SampleIntake::eventNews(quint8 value)
 void SampleIntake::holdNews(quint8 value)
 {
     const int label = value == 1 ? kHoldLabel : kContinueLabel;
-    if (Recording)
-        ChartLabelType = label;
-    LogLabelType = label;
+    if (m_recording)
+        m_chartLabelType = label;
+    m_logLabelType = label;
 }
 
 void SampleIntake::runStatusNews(quint8 value)
 {
     switch (value) {
     case 0:
-        ChartRunActive = false;
-        if (Recording || ChartPaused)
-            ChartLabelType = kEndLabel;
-        LogLabelType = kEndLabel;
+        m_chartRunActive = false;
+        if (m_recording || m_chartPaused)
+            m_chartLabelType = kEndLabel;
+        m_logLabelType = kEndLabel;
         break;
     case 1:
         // A resume out of a pause draws nothing; only a continue over a running chart does.
-        if (ChartPaused)
-            ChartPaused = false;
-        else if (!ChartRunActive)
+        if (m_chartPaused)
+            m_chartPaused = false;
+        else if (!m_chartRunActive)
             startRun();
-        else if (Recording)
-            ChartLabelType = kContinueLabel;
-        if (LogPaused) {
-            LogPaused = false;
-        } else if (!LogRunActive) {
+        else if (m_recording)
+            m_chartLabelType = kContinueLabel;
+        if (m_logPaused) {
+            m_logPaused = false;
+        } else if (!m_logRunActive) {
             startLogRun();
         } else {
-            LogLabelType = kContinueLabel;
+            m_logLabelType = kContinueLabel;
         }
         break;
     case 2:
-        if (Recording)
-            ChartLabelType = kPauseLabel;
-        LogLabelType = kPauseLabel;
+        if (m_recording)
+            m_chartLabelType = kPauseLabel;
+        m_logLabelType = kPauseLabel;
         break;
     case 3:
-        if (Recording)
-            ChartLabelType = kHoldLabel;
-        LogLabelType = kHoldLabel;
+        if (m_recording)
+            m_chartLabelType = kHoldLabel;
+        m_logLabelType = kHoldLabel;
         break;
     }
 }
@@ -206,126 +198,126 @@ void SampleIntake::penStatusNews(quint8 value)
 
 void SampleIntake::methodText(const QString &text)
 {
-    if (Recording || WaitForMethod || ChartPaused) {
+    if (m_recording || m_waitForMethod || m_chartPaused) {
         if (m_chart0.AddMethodText(chartText(text), m_chart0.GetLastTime()) != 0)
             m_errors.HandelError(kOutOfMemory);
         TimerStopWaitForMethod_Timer();
     }
     if (DataLogging) {
-        if (m_chart5.AddMethodText(chartText(text), LogTime) != 0)
+        if (m_chart5.AddMethodText(chartText(text), m_logTime) != 0)
             m_errors.HandelError(kOutOfMemory);
     }
 }
 
 void SampleIntake::AddChartSample()
 {
-    if (Recording && !ChartPaused) {
-        if (m_chart0.AddSample(UvValue, CondValue) > 0)
+    if (m_recording && !m_chartPaused) {
+        if (m_chart0.AddSample(m_uvValue, m_condValue) > 0)
             m_errors.HandelError(kOutOfMemory);
-        switch (ChartLabelType) {
+        switch (m_chartLabelType) {
         case kStartLabel:
             m_commands.mnuStart_Click();
-            ChartRunActive = true;
-            ChartPaused = false;
+            m_chartRunActive = true;
+            m_chartPaused = false;
             break;
         case kEndLabel:
-            ChartPausePending = false;
-            ChartEndPending = false;
-            WaitForMethod = true;
-            TimerStopWaitForMethod.start();
+            m_chartPausePending = false;
+            m_chartEndPending = false;
+            m_waitForMethod = true;
+            setTimerEnabled(m_waitTimer, true);
             m_commands.mnuStop_Click();
-            ChartRunActive = false;
-            ChartPaused = false;
-            ChartEventNumber = 0;
+            m_chartRunActive = false;
+            m_chartPaused = false;
+            m_chartEventNumber = 0;
             break;
         case kNumberLabel:
-            ++ChartEventNumber;
+            ++m_chartEventNumber;
             break;
         case kPauseLabel:
-            ChartPausePending = false;
-            if (ChartRunActive)
-                ChartPaused = true;
+            m_chartPausePending = false;
+            if (m_chartRunActive)
+                m_chartPaused = true;
             else
-                ChartLabelType = kNoLabel;
+                m_chartLabelType = kNoLabel;
             break;
         }
-        AddLabel(ChartLabelType, false);
-        if (ChartEndPending) {
-            ChartPausePending = false;
-            ChartEndPending = false;
-            ChartLabelType = kEndLabel;
+        AddLabel(m_chartLabelType, false);
+        if (m_chartEndPending) {
+            m_chartPausePending = false;
+            m_chartEndPending = false;
+            m_chartLabelType = kEndLabel;
         }
-        if (ChartPausePending) {
-            ChartPausePending = false;
-            ChartLabelType = kPauseLabel;
+        if (m_chartPausePending) {
+            m_chartPausePending = false;
+            m_chartLabelType = kPauseLabel;
         }
         return;
     }
     // No sample: the label waits, but a run's start and end still count, and a paused run
     // still shows its end and its numbers. Ending here does not stop the session.
-    if (ChartLabelType == kStartLabel) {
-        ChartRunActive = true;
-    } else if (ChartLabelType == kEndLabel) {
-        ChartRunActive = false;
-        if (ChartPaused) {
-            AddLabel(ChartLabelType, false);
-            ChartPaused = false;
+    if (m_chartLabelType == kStartLabel) {
+        m_chartRunActive = true;
+    } else if (m_chartLabelType == kEndLabel) {
+        m_chartRunActive = false;
+        if (m_chartPaused) {
+            AddLabel(m_chartLabelType, false);
+            m_chartPaused = false;
         }
-    } else if (ChartLabelType == kNumberLabel && ChartPaused) {
-        ++ChartEventNumber;
-        AddLabel(ChartLabelType, false);
+    } else if (m_chartLabelType == kNumberLabel && m_chartPaused) {
+        ++m_chartEventNumber;
+        AddLabel(m_chartLabelType, false);
     }
 }
 
 void SampleIntake::AddLogSample()
 {
     if (!DataLogging) {
-        if (LogLabelType == kStartLabel)
-            LogRunActive = true;
-        else if (LogLabelType == kEndLabel)
-            LogRunActive = false;
+        if (m_logLabelType == kStartLabel)
+            m_logRunActive = true;
+        else if (m_logLabelType == kEndLabel)
+            m_logRunActive = false;
         return;
     }
-    if (LogPaused)
+    if (m_logPaused)
         return;
-    if (m_chart5.AddSample(UvValue, CondValue) > 0)
+    if (m_chart5.AddSample(m_uvValue, m_condValue) > 0)
         m_errors.HandelError(kOutOfMemory);
-    switch (LogLabelType) {
+    switch (m_logLabelType) {
     case kStartLabel:
-        LogRunActive = true;
-        LogPaused = false;
+        m_logRunActive = true;
+        m_logPaused = false;
         break;
     case kEndLabel:
-        LogPausePending = false;
-        LogEndPending = false;
-        LogRunActive = false;
-        LogPaused = false;
-        LogEventNumber = 0;
+        m_logPausePending = false;
+        m_logEndPending = false;
+        m_logRunActive = false;
+        m_logPaused = false;
+        m_logEventNumber = 0;
         break;
     case kNumberLabel:
-        ++LogEventNumber;
+        ++m_logEventNumber;
         break;
     case kPauseLabel:
-        LogPausePending = false;
-        if (LogRunActive)
-            LogPaused = true;
+        m_logPausePending = false;
+        if (m_logRunActive)
+            m_logPaused = true;
         else
-            LogLabelType = kNoLabel;
+            m_logLabelType = kNoLabel;
         break;
     }
     // Drawn at the time of the sample before: log labels stand one sample behind.
-    AddLabel(LogLabelType, true);
-    if (LogEndPending) {
-        LogPausePending = false;
-        LogEndPending = false;
-        LogLabelType = kEndLabel;
+    AddLabel(m_logLabelType, true);
+    if (m_logEndPending) {
+        m_logPausePending = false;
+        m_logEndPending = false;
+        m_logLabelType = kEndLabel;
     }
-    if (LogPausePending) {
-        LogPausePending = false;
-        LogLabelType = kPauseLabel;
+    if (m_logPausePending) {
+        m_logPausePending = false;
+        m_logLabelType = kPauseLabel;
     }
-    LogTime = float(double(LogSampleCount) * kMinutesPerSample);
-    ++LogSampleCount;
+    m_logTime = float(double(m_logSampleCount) * kMinutesPerSample);
+    ++m_logSampleCount;
 }
 
 void SampleIntake::AddLabel(Int16 &LabelType, bool Log)
@@ -335,9 +327,9 @@ void SampleIntake::AddLabel(Int16 &LabelType, bool Log)
     const LabelStyle &style = kLabelStyles[LabelType - 1];
     const QString text = style.text
                              ? QString::fromUtf16(style.text)
-                             : QString::number((Log ? LogEventNumber : ChartEventNumber).value());
+                             : QString::number((Log ? m_logEventNumber : m_chartEventNumber).value());
     const qint16 result =
-        Log ? m_chart5.AddEventMark(text, style.color, style.height, LogTime)
+        Log ? m_chart5.AddEventMark(text, style.color, style.height, m_logTime)
             : m_chart0.AddEventMark(text, style.color, style.height, m_chart0.GetLastTime());
     if (result > 0)
         m_errors.HandelError(kOutOfMemory);
@@ -346,31 +338,68 @@ void SampleIntake::AddLabel(Int16 &LabelType, bool Log)
 
 void SampleIntake::TrackLogRunFromUv(quint8 type)
 {
-    if (m_link.StatusBlocksSeen)
+    if (statusBlocksSeen())
         return;
-    if (type == kUvIdle && LogRunActive) {
-        if (!LogPaused)
-            LogPausePending = true;
-    } else if (type == kUvRun && LogPaused) {
-        LogPaused = false;
+    if (type == kUvIdle && m_logRunActive) {
+        if (!m_logPaused)
+            m_logPausePending = true;
+    } else if (type == kUvRun && m_logPaused) {
+        m_logPaused = false;
     }
 }
 
 void SampleIntake::TimerStopWaitForMethod_Timer()
 {
-    TimerStopWaitForMethod.stop();
-    WaitForMethod = false;
+    m_waitTimer.stop();
+    m_waitForMethod = false;
 }
 
 void SampleIntake::startRun()
 {
-    Recording = true;
-    ChartEventNumber = 0;
-    ChartLabelType = kStartLabel;
+    m_recording = true;
+    m_chartEventNumber = 0;
+    m_chartLabelType = kStartLabel;
 }
 
 void SampleIntake::startLogRun()
 {
-    LogEventNumber = 0;
-    LogLabelType = kStartLabel;
+    m_logEventNumber = 0;
+    m_logLabelType = kStartLabel;
+}
+
+void SampleIntake::startSession()
+{
+    m_recording = true;
+    m_chartEventNumber = 0;
+    m_chartPausePending = false;
+}
+
+void SampleIntake::stopSession()
+{
+    m_recording = false;
+}
+
+void SampleIntake::syncFound()
+{
+    m_chartRunActive = false;
+    if (DataLogging)
+        m_logEventNumber = m_chartEventNumber;
+}
+
+void SampleIntake::logOn()
+{
+    m_logEventNumber = m_chartEventNumber;
+    m_logLabelType = kNoLabel;
+    m_logEndPending = false;
+    m_logPausePending = false;
+}
+
+void SampleIntake::linkLost()
+{
+    m_chartLabelType = kNoLabel;
+}
+
+bool SampleIntake::statusBlocksSeen() const
+{
+    return m_link.state().StatusBlocksSeen;
 }

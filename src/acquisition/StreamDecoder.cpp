@@ -1,7 +1,7 @@
 #include "acquisition/StreamDecoder.h"
 
 #include "acquisition/DecoderHost.h"
-#include "acquisition/ErrorRoute.h"
+#include "runtime/ErrorRoute.h"
 #include "acquisition/InstrumentNews.h"
 #include "acquisition/LinkState.h"
 #include "acquisition/ReceiveRing.h"

@@ -1,35 +1,26 @@
 #include "acquisition/frmSetup.h"
 
 #include "acquisition/ComPortMap.h"
-#include "acquisition/LinkState.h"
+#include "acquisition/Link.h"
+#include "acquisition/RecordingSession.h"
 #include "runtime/MsgBox.h"
 #include "runtime/RuntimeError.h"
+#include "runtime/Twips.h"
 
 #include <QGroupBox>
 #include <QPushButton>
 #include <QRadioButton>
-#include <QTimer>
 
 namespace {
-
 constexpr QChar CR(13);
-
-/// The form was drawn in twips for an 8-point face 13 pixels high at 15 twips a pixel; scaling
-/// by the line height of the font in use keeps its proportions on any screen.
-int twips(const QWidget *widget, double length)
-{
-    return int(length / 15.0 * widget->fontMetrics().height() / 13.0 + 0.5);
 }
 
-} // namespace
-
-frmSetup::frmSetup(SerialControl &ComPort, Int16 &ComPortNumber, LinkState &link,
-                   QTimer &TimerCheckComData, QWidget *parent)
+frmSetup::frmSetup(Link &link, Int16 &ComPortNumber, RecordingSession &session, QWidget *parent)
     : QDialog(parent)
-    , ComPort(ComPort)
-    , ComPortNumber(ComPortNumber)
     , m_link(link)
-    , TimerCheckComData(TimerCheckComData)
+    , ComPort(link.ComPort)
+    , ComPortNumber(ComPortNumber)
+    , m_session(session)
 {
     buildControls();
     Form_Load();
@@ -117,7 +108,7 @@ void frmSetup::cmdOk_Click()
     const int number = trapError([&] {
         // The run state is read from the sample letters again until the instrument on the
         // new port shows that it sends status blocks.
-        m_link.StatusBlocksSeen = false;
+        m_link.forgetStatusBlocks();
         oldPort = ComPortNumber;
         ComPortNumber = SelectedComPort;
         if (ComPort.PortOpen()) {
@@ -128,8 +119,7 @@ void frmSetup::cmdOk_Click()
         ComPort.setPortOpen(true);
         accept();
         // A port with nothing on it is reported by the watchdog like any lost link.
-        if (!TimerCheckComData.isActive())
-            TimerCheckComData.start();
+        m_session.startWatchdog();
     });
     if (number == 0)
         return;

@@ -7,11 +7,11 @@
 
 #include <array>
 
+class Link;
 class QGroupBox;
 class QPushButton;
 class QRadioButton;
-class QTimer;
-struct LinkState;
+class RecordingSession;
 
 /// The choice of the link's serial port, COM 1 to COM 10. A form lives for one showing: its
 /// construction probes the ports anew, so the buttons of ports that cannot be opened come up
@@ -24,8 +24,8 @@ public:
     static constexpr int kPortCount = 10;
 
     /// Probes the ports (the link's own is passed over) and shows `ComPortNumber` as chosen.
-    frmSetup(SerialControl &ComPort, Int16 &ComPortNumber, LinkState &link,
-             QTimer &TimerCheckComData, QWidget *parent = nullptr);
+    frmSetup(Link &link, Int16 &ComPortNumber, RecordingSession &session,
+             QWidget *parent = nullptr);
 
     /// Disables the button of each port that does not exist (8002) or that another program
     /// holds (8005). With `UseComPort` the link's own control tries every port and is left on
@@ -53,8 +53,8 @@ private:
     void buildControls();
     void Form_Load();
 
+    Link &m_link;
     SerialControl &ComPort;
     Int16 &ComPortNumber;
-    LinkState &m_link;
-    QTimer &TimerCheckComData;
+    RecordingSession &m_session;
 };

@@ -1,7 +1,6 @@
 #include "documents/ErrorHandler.h"
 
-#include "acquisition/LinkState.h"
-#include "acquisition/SerialControl.h"
+#include "acquisition/Link.h"
 #include "documents/MenuCommands.h"
 #include "runtime/App.h"
 #include "runtime/MsgBox.h"
@@ -19,9 +18,8 @@ const QString kDataLost =
 
 } // namespace
 
-ErrorHandler::ErrorHandler(LinkState &link, const SerialControl &ComPort, MenuCommands &menu)
+ErrorHandler::ErrorHandler(Link &link, MenuCommands &menu)
     : m_link(link)
-    , ComPort(ComPort)
     , m_menu(menu)
 {}
 
@@ -47,7 +45,7 @@ void ErrorHandler::HandelError(qint32 ErrorCode)
             return;
         case 3:
             // The only place where fullness is ever tested.
-            if (ComPort.InBufferCount() > 32000)
+            if (m_link.ComPort.InBufferCount() > 32000)
                 WriteErrorLog(QStringLiteral("ERROR - Communication buffer full."));
             return;
         default:
@@ -168,7 +166,7 @@ bool ErrorHandler::logOnly(qint32 ErrorCode)
         return false;
     }
     if (ErrorCode >= -12 && ErrorCode <= -10)
-        m_link.FirstSyncFound = false;
+        m_link.loseSync();
     WriteErrorLog(text);
     return true;
 }
@@ -181,7 +179,7 @@ void ErrorHandler::WriteErrorLog(const QString &message)
         Raise(log.error() == QFileDevice::PermissionsError ? ErrorNumber::PermissionDenied
                                                            : ErrorNumber::PathFileAccess);
     const QByteArray entry =
-        (Now() + QStringLiteral("\r\n") + message + m_link.DebugText + QStringLiteral("\r\n"))
+        (Now() + QStringLiteral("\r\n") + message + m_link.state().DebugText + QStringLiteral("\r\n"))
             .toLocal8Bit();
     if (log.write(entry) != entry.size() || !log.flush())
         Raise(ErrorNumber::DeviceIo);

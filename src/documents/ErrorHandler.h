@@ -1,12 +1,11 @@
 #pragma once
 
-#include "acquisition/ErrorRoute.h"
+#include "runtime/ErrorRoute.h"
 
 #include <QString>
 
+class Link;
 class MenuCommands;
-class SerialControl;
-struct LinkState;
 
 /// The one error route: decides by the number alone between a message box, a line in
 /// ChartErr.log and nothing. Negative numbers are the program's own, 1 to 7 and 1001 to 1010
@@ -14,7 +13,7 @@ struct LinkState;
 class ErrorHandler : public ErrorRoute
 {
 public:
-    ErrorHandler(LinkState &link, const SerialControl &ComPort, MenuCommands &menu);
+    ErrorHandler(Link &link, MenuCommands &menu);
 
     void HandelError(qint32 ErrorCode) override;
     /// Beeps, then appends the date line and the message with DebugText behind it; the file is
@@ -28,7 +27,6 @@ private:
     bool showBox(qint32 ErrorCode);
     bool logOnly(qint32 ErrorCode);
 
-    LinkState &m_link;
-    const SerialControl &ComPort;
+    Link &m_link;
     MenuCommands &m_menu;
 };

@@ -1,6 +1,6 @@
 #include "documents/Settings.h"
 
-#include "acquisition/ErrorRoute.h"
+#include "runtime/ErrorRoute.h"
 #include "runtime/App.h"
 #include "runtime/Numbers.h"
 #include "runtime/RuntimeError.h"

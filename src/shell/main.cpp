@@ -1,6 +1,7 @@
 #include "runtime/App.h"
 #include "runtime/Application.h"
 #include "runtime/RuntimeError.h"
+#include "shell/Startup.h"
 #include "view/frmMain.h"
 
 int main(int argc, char **argv)
@@ -9,6 +10,10 @@ int main(int argc, char **argv)
     try {
         App::registerInstance();
         frmMain window;
+        Startup startup(window);
+        window.setShell(&startup);
+        if (!startup.openPort())
+            return 0;
         window.show();
         return Application::exec();
     } catch (const RuntimeError &error) {

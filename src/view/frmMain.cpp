@@ -1,57 +1,64 @@
 #include "view/frmMain.h"
 
-#include "acquisition/ComPortStartup.h"
 #include "chart/Quillchart.h"
 #include "runtime/App.h"
 #include "runtime/RuntimeError.h"
+#include "runtime/Twips.h"
+#include "view/AxisFrame.h"
+#include "view/AxisPanels.h"
+#include "view/CommandStates.h"
 #include "view/LedShape.h"
+#include "view/SessionCommands.h"
+#include "view/TimeAxis.h"
 #include "view/ToolbarIcons.h"
-#include "view/Twips.h"
+#include "view/WindowShell.h"
 
+#include <QApplication>
+#include <QEvent>
 #include <QLineEdit>
 #include <QScrollBar>
 #include <QTabWidget>
 
 namespace {
-std::array<Quillchart *, frmMain::kChartCount> createCharts()
+
+Charts createCharts()
 {
-    std::array<Quillchart *, frmMain::kChartCount> charts{};
-    for (int i = 0; i < frmMain::kChartCount; ++i) {
+    Charts charts{};
+    for (std::size_t i = 0; i < charts.size(); ++i) {
         charts[i] = new Quillchart;
         charts[i]->setIndex(qint16(i));
     }
     return charts;
 }
+
 } // namespace
 
 frmMain::frmMain(QWidget *parent)
     : QMainWindow(parent)
     , Chart(createCharts())
     , InstanceNumber(App::PrevInstance() ? 2 : 1)
-    , errors(link, ComPort, *this)
+    , errors(link, *this)
     , settings(errors, InstanceNumber)
-    , intake(*Chart[0], *Chart[5], link, errors, *this, TimerStopWaitForMethod,
-             settings.DataLogging)
-    , receiver(ComPort, ring, link, errors, TimerProcess)
-    , decoder(ring, link, errors, intake, *this, TimerProcess)
+    , intake(*Chart[0], *Chart[5], link, errors, *this, settings.DataLogging)
+    , session(link, intake, *this, *this)
+    , link(errors, intake, session)
+    , ports(link, session, settings.ComPortNumber)
+    , runningLog(settings, link, intake)
 {
     setWindowIcon(toolbarIcon(QStringLiteral("picLogo")));
-    TimerProcess.setInterval(700);
-    TimerCheckComData.setInterval(5000);
-    TimerStopWaitForMethod.setInterval(15000);
-    TimerSaveLog.setInterval(20000);
-    connect(&TimerProcess, &QTimer::timeout, this, &frmMain::TimerProcess_Timer);
-    connect(&TimerCheckComData, &QTimer::timeout, this, &frmMain::TimerCheckComData_Timer);
-
-    buildMenus();
-    buildToolbar();
+    menu.build(menuBar());
+    toolbar.build(this);
     buildCharts();
-    buildAxisFrame();
+    FrameScaleAxis = new AxisFrame(centralWidget());
     buildLeds();
-    connectAxisPanels();
 
-    ComPort.setRThreshold(50);
-    TimerProcess.start();
+    commands = std::make_unique<CommandStates>(menu, toolbar);
+    axes = std::make_unique<AxisPanels>(*FrameScaleAxis, tabs, Chart);
+    timeAxis =
+        std::make_unique<TimeAxis>(*FrameScaleAxis, *axes, tabs, Chart, ScrollChart, intake);
+    sessionCommands = std::make_unique<SessionCommands>(
+        session, runningLog, tabs, *commands, *timeAxis, toolbar, *ShapeReciveLed, Chart);
+    connectCommands();
     InitMainWindow();
 }
 
@@ -62,36 +69,139 @@ void frmMain::InitMainWindow()
     FillAxisLists();
     setWindowTitle(App::Title() + QStringLiteral(" - Velquin System: Default"));
     settings.ReadSettings();
-    CurrentChart = 0;
+    tabs.CurrentChart = 0;
     resize(twips(this, 8650), twips(this, 6300));
-    for (int i = 0; i < kTabCount; ++i) {
-        WindowMinutes[i] = 10.0;
+    for (int i = 0; i < ChartTabs::kTabCount; ++i) {
+        tabs.WindowMinutes[i] = 10.0;
         ScrollChart[i]->setSingleStep(1);
         ScrollChart[i]->setPageStep(10);
         ScrollChart[i]->setRange(0, 0);
-        FullView[i] = true;
-        Zoomed[i] = false;
-        ChartViews[i] = {Chart[i]->UvAxisMin(),   Chart[i]->UvAxisMax(),   Chart[i]->CondAxisMin(),
-                         Chart[i]->CondAxisMax(), Chart[i]->TimeAxisMin(), float(WindowMinutes[i])};
+        tabs.FullView[i] = true;
+        tabs.Zoomed[i] = false;
+        tabs.ChartViews[i] = {Chart[i]->UvAxisMin(),   Chart[i]->UvAxisMax(),
+                              Chart[i]->CondAxisMin(), Chart[i]->CondAxisMax(),
+                              Chart[i]->TimeAxisMin(), float(tabs.WindowMinutes[i])};
     }
-    ChartSaved[0] = true;
+    tabs.ChartSaved[0] = true;
     TabChart->setCurrentIndex(0);
-    txtChartTime->setEnabled(false);
-
-    if (chooseComPortAtStartup(ComPort, settings.ComPortNumber, link, TimerCheckComData,
-                               App::PrevInstance(), this)) {
-        mnuExit_Click();
-        return;
-    }
+    FrameScaleAxis->txtChartTime->setEnabled(false);
     ComDataLost();
-    ChartCount = 1;
+    tabs.ChartCount = 1;
     ComDlg.Copies = 1;
     Chart[0]->setChartTitle(QStringLiteral("Chart Recorder"));
-    mnuLogOn->setEnabled(!settings.DataLogging);
-    mnuLogOff->setEnabled(settings.DataLogging);
-    cmdLogOn->setChecked(settings.DataLogging);
-    cmdLogOff->setChecked(!settings.DataLogging);
-    openComPortAtStartup(ComPort, settings.ComPortNumber, link, TimerCheckComData, errors, this);
+    commands->showLogging(settings.DataLogging);
+}
+
+void frmMain::ArrangeMainWindow()
+{
+    QWidget *client = centralWidget();
+    // The axis frame's width sets the window's narrowest size; 5000 twips its lowest.
+    ignoreErrors([&] {
+        const int chrome = width() - client->width();
+        setMinimumSize(FrameScaleAxis->sizeHint().width() + twips(this, 100) + chrome,
+                       twips(this, 5000));
+    });
+    const int SW = client->width();
+    const int SH = client->height();
+    ignoreErrors([&] {
+        FrameScaleAxis->resize(FrameScaleAxis->sizeHint());
+        FrameScaleAxis->move((SW - FrameScaleAxis->width()) / 2, SH - FrameScaleAxis->height());
+    });
+    ignoreErrors([&] {
+        const int top = twips(this, 100) / 2;
+        TabChart->setGeometry(0, top, SW, FrameScaleAxis->y() - top - twips(this, 100) / 2);
+    });
+    ignoreErrors([&] { Chart[tabs.CurrentChart]->Redraw(); });
+}
+
+void frmMain::mnuStart_Click()
+{
+    sessionCommands->mnuStart_Click();
+}
+
+void frmMain::mnuStop_Click()
+{
+    sessionCommands->mnuStop_Click();
+}
+
+void frmMain::mnuLogOn_Click()
+{
+    sessionCommands->mnuLogOn_Click();
+}
+
+void frmMain::mnuLogOff_Click()
+{
+    sessionCommands->mnuLogOff_Click();
+}
+
+void frmMain::mnuComPort_Click()
+{
+    ports.mnuComPort_Click(this);
+}
+
+void frmMain::mnuExit_Click()
+{
+    // Before the event loop runs the quit has to wait for it.
+    QMetaObject::invokeMethod(this, &QWidget::close, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(qApp, &QCoreApplication::quit, Qt::QueuedConnection);
+}
+
+void frmMain::Toolsbar_ButtonClick(QAction *Button)
+{
+    const std::pair<QAction *, void (frmMain::*)()> routes[] = {
+        {toolbar.cmdRecord, &frmMain::mnuStart_Click},
+        {toolbar.cmdStop, &frmMain::mnuStop_Click},
+        {toolbar.cmdLogOn, &frmMain::mnuLogOn_Click},
+        {toolbar.cmdLogOff, &frmMain::mnuLogOff_Click},
+    };
+    for (const auto &[button, routine] : routes)
+        if (button == Button)
+            (this->*routine)();
+}
+
+void frmMain::ComDataLost()
+{
+    session.ComDataLost();
+}
+
+void frmMain::FillAxisLists()
+{
+    axes->FillAxisLists();
+}
+
+void frmMain::ShowAxisState()
+{
+    axes->ShowAxisState();
+}
+
+void frmMain::SetFullView()
+{
+    timeAxis->SetFullView();
+}
+
+void frmMain::GetZoomedTime(float &ZoomedTimeFrom, float &ZoomedTimeTo) const
+{
+    timeAxis->GetZoomedTime(ZoomedTimeFrom, ZoomedTimeTo);
+}
+
+void frmMain::UpdateLiveView()
+{
+    timeAxis->UpdateLiveView();
+}
+
+void frmMain::linkFound()
+{
+    sessionCommands->linkFound();
+}
+
+void frmMain::linkLost()
+{
+    sessionCommands->linkLost();
+}
+
+void frmMain::stopLogTimer()
+{
+    runningLog.stopTimer();
 }
 
 void frmMain::closeEvent(QCloseEvent *event)
@@ -101,13 +211,20 @@ void frmMain::closeEvent(QCloseEvent *event)
     QMainWindow::closeEvent(event);
 }
 
+bool frmMain::eventFilter(QObject *watched, QEvent *event)
+{
+    // The client area has its final size only once the main window's own layout has run.
+    if (watched == centralWidget() && event->type() == QEvent::Resize)
+        ArrangeMainWindow();
+    return QMainWindow::eventFilter(watched, event);
+}
+
 void frmMain::showEvent(QShowEvent *event)
 {
     QMainWindow::showEvent(event);
     if (m_activated)
         return;
     m_activated = true;
-    // An instrument that sends nothing brings up the no-data dialog at the watchdog's first
-    // tick.
-    TimerCheckComData.start();
+    if (m_shell)
+        m_shell->firstActivation();
 }

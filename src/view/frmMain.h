@@ -1,180 +1,103 @@
 #pragma once
 
-#include "acquisition/ComReceiver.h"
-#include "acquisition/DecoderHost.h"
-#include "acquisition/LinkState.h"
-#include "acquisition/ReceiveRing.h"
+#include "acquisition/Link.h"
+#include "acquisition/PortChoice.h"
 #include "acquisition/RecordCommands.h"
+#include "acquisition/RecordingSession.h"
 #include "acquisition/SampleIntake.h"
-#include "acquisition/SerialControl.h"
-#include "acquisition/StreamDecoder.h"
+#include "acquisition/SessionHost.h"
+#include "documents/ChartTabs.h"
 #include "documents/ErrorHandler.h"
 #include "documents/MenuCommands.h"
+#include "documents/RunningLog.h"
 #include "documents/Settings.h"
 #include "runtime/ComDlg.h"
 #include "runtime/Int16.h"
-#include "view/ViewState.h"
+#include "view/Charts.h"
+#include "view/MainMenu.h"
+#include "view/MainToolbar.h"
 
 #include <QMainWindow>
-#include <QString>
-#include <QTimer>
 
 #include <array>
+#include <memory>
 
+class AxisFrame;
+class AxisPanels;
+class CommandStates;
 class LedShape;
-class QAction;
-class QComboBox;
-class QGroupBox;
 class QLabel;
-class QLineEdit;
-class QMenu;
-class QPushButton;
-class QRadioButton;
 class QScrollBar;
 class QTabWidget;
-class QToolBar;
-class Quillchart;
+class SessionCommands;
+class TimeAxis;
+class WindowShell;
 
-/// The main window: owns the link, the seven charts, the timers and the controls, and wires
-/// the subsystems through their narrow interfaces. Its controls are public under their names,
-/// as a form's controls are, so that the commands of the subsystems and the tests reach them.
-/// Its routines are split over files by concern: controls, layout, link, session.
-class frmMain : public QMainWindow, private DecoderHost, public RecordCommands, public MenuCommands
+/// @brief The main window, the program's composition root.
+///
+/// It owns the seven charts, the link and the session, the settings, the error route and the
+/// table of tabs, builds the controls and wires one object per job through their narrow
+/// interfaces. Its routines keep the names by which the rest of the program calls them, each
+/// forwarding to the object that does the work. Controls are public under their names, as a
+/// form's controls are. Start-up (the port, the first activation) is the shell's: a window
+/// can be built without any port.
+class frmMain : public QMainWindow,
+                private RecordCommands,
+                private SessionHost,
+                private MenuCommands
 {
     Q_OBJECT
 
 public:
-    static constexpr int kTabCount = 5;
-    static constexpr int kChartCount = 7;
-
     explicit frmMain(QWidget *parent = nullptr);
     ~frmMain() override;
+
+    /// The shell that the first activation and the window's other shell commands go to.
+    void setShell(WindowShell *shell) { m_shell = shell; }
 
     void InitMainWindow();
     void ArrangeMainWindow();
 
-    // The record commands, logging and the link watchdog.
     void mnuStart_Click() override;
     void mnuStop_Click() override;
     void mnuLogOn_Click();
     void mnuLogOff_Click() override;
-    void mnuComPort_Click();
-    void mnuExit_Click();
+    void mnuComPort_Click() override;
+    void mnuExit_Click() override;
     void Toolsbar_ButtonClick(QAction *Button);
-    void TimerProcess_Timer();
-    void TimerCheckComData_Timer();
     void ComDataLost();
-
-    // The value axes, the time axis and the live view, on the tab in front.
     void FillAxisLists();
-    void cmbYAxis_Click(int Index);
-    void cmdSet_Click(int Index);
-    [[nodiscard]] bool AxisEntryChanged(int Which) const;
-    void cmbYAxis_Change(int Index);
-    void txtYAxisMin_Change(int Index);
     void ShowAxisState();
     void SetFullView();
-    void EnableScrollBar();
-    void SetScrollRange(qint32 Value);
     void GetZoomedTime(float &ZoomedTimeFrom, float &ZoomedTimeTo) const;
-    void optTimeAxis_Click(int Index);
-    void cmdSetTime_Click();
-    void ScrollChart_Change(int Index);
-    void txtChartTime_Change();
-    void Chart_Zoomed(qint16 Index, float ZoomedTimeFrom, float ZoomedTimeTo, float UvMin,
-                      float UvMax, float CondMin, float CondMax);
-    void Chart_Unzoomed(qint16 Index);
-    void UpdateLiveView();
+    void UpdateLiveView() override;
 
-    // The seven charts come first: the intake holds the recorder's and the log's.
-    std::array<Quillchart *, kChartCount> Chart;
-
-    // The link.
+    Charts Chart;
     Int16 InstanceNumber = 1;
-    LinkState link;
-    ReceiveRing ring;
-    SerialControl ComPort;
-    QTimer TimerProcess;
-    QTimer TimerCheckComData;
-    QTimer TimerStopWaitForMethod;
-    QTimer TimerSaveLog;
     ErrorHandler errors;
     Settings settings;
     SampleIntake intake;
-    ComReceiver receiver;
-    StreamDecoder decoder;
+    RecordingSession session;
+    Link link;
+    PortChoice ports;
+    RunningLog runningLog;
+    ChartTabs tabs;
     ::ComDlg ComDlg;
 
-    // Per-tab view state.
-    Int16 CurrentChart;
-    Int16 ChartCount = 1;
-    std::array<bool, kTabCount> ChartSaved{true, true, true, true, true};
-    std::array<ChartViewState, kTabCount> ChartViews{};
-    std::array<double, kTabCount> WindowMinutes{10.0, 10.0, 10.0, 10.0, 10.0};
-    std::array<bool, kTabCount> FullView{true, true, true, true, true};
-    std::array<bool, kTabCount> Zoomed{};
-    bool ZoomUpdating = false;
-
-    // Controls.
-    std::array<QScrollBar *, kTabCount> ScrollChart{};
+    MainMenu menu;
+    MainToolbar toolbar;
     QTabWidget *TabChart = nullptr;
-    QToolBar *Toolsbar = nullptr;
-    QAction *cmdOpen = nullptr;
-    QAction *cmdSave = nullptr;
-    QAction *cmdPrint = nullptr;
-    QAction *cmdClear = nullptr;
-    QAction *cmdRecord = nullptr;
-    QAction *cmdStop = nullptr;
-    QAction *cmdMethod = nullptr;
-    QAction *cmdNotes = nullptr;
-    QAction *cmdLogOn = nullptr;
-    QAction *cmdLogOff = nullptr;
-
-    QMenu *mnuFile = nullptr;
-    QAction *mnuOpenData = nullptr;
-    QAction *mnuOpenLog = nullptr;
-    QAction *mnuClose = nullptr;
-    QAction *mnuSaveData = nullptr;
-    QAction *mnuSaveDataAs = nullptr;
-    QAction *mnuSaveSlectedData = nullptr;
-    QAction *mnuSaveLog = nullptr;
-    QAction *mnuExport = nullptr;
-    QAction *mnuPrintSetup = nullptr;
-    QAction *mnuPrint = nullptr;
-    QAction *mnuExit = nullptr;
-    QMenu *mnuColectData = nullptr;
-    QAction *mnuStart = nullptr;
-    QAction *mnuStop = nullptr;
-    QAction *mnuClear = nullptr;
-    QAction *mnuLogOn = nullptr;
-    QAction *mnuLogOff = nullptr;
-    QAction *mnuLogName = nullptr;
-    QAction *mnuComPort = nullptr;
-    QMenu *mnuView = nullptr;
-    QAction *mnuMethod = nullptr;
-    QAction *mnuNotes = nullptr;
-    QMenu *mnuHelp = nullptr;
-    QAction *mnuIntro = nullptr;
-    QAction *mnuIndex = nullptr;
-    QAction *mnuAbout = nullptr;
-
-    QWidget *FrameScaleAxis = nullptr;
-    std::array<QGroupBox *, 3> FrameAxis{};
-    std::array<QComboBox *, 2> cmbYAxis{};
-    std::array<QLabel *, 3> lblAxis{};
-    std::array<QPushButton *, 2> cmdSet{};
-    std::array<QLineEdit *, 2> txtYAxisMin{};
-    std::array<QLabel *, 2> lblAxisMin{};
-    std::array<QRadioButton *, 2> optTimeAxis{};
-    QLineEdit *txtChartTime = nullptr;
-    QLabel *lblWindow = nullptr;
-    QPushButton *cmdSetTime = nullptr;
-    QPushButton *cmdRegistry = nullptr;
-
+    std::array<QScrollBar *, ChartTabs::kTabCount> ScrollChart{};
+    AxisFrame *FrameScaleAxis = nullptr;
     QWidget *frameLeds = nullptr;
     LedShape *ShapeReciveLed = nullptr;
     QLabel *lblRecive = nullptr;
     QLabel *ImgLogo = nullptr;
+
+    std::unique_ptr<CommandStates> commands;
+    std::unique_ptr<AxisPanels> axes;
+    std::unique_ptr<TimeAxis> timeAxis;
+    std::unique_ptr<SessionCommands> sessionCommands;
 
 protected:
     void closeEvent(QCloseEvent *event) override;
@@ -182,16 +105,14 @@ protected:
     void showEvent(QShowEvent *event) override;
 
 private:
-    void buildMenus();
-    void buildToolbar();
     void buildCharts();
-    void buildAxisFrame();
     void buildLeds();
-    void setRecordCommandsEnabled(bool fileCommands);
-    void connectAxisPanels();
+    void connectCommands();
 
-    void syncFound() override;
-    void passEnded() override;
+    void linkFound() override;
+    void linkLost() override;
+    void stopLogTimer() override;
 
+    WindowShell *m_shell = nullptr;
     bool m_activated = false;
 };

@@ -1,6 +1,6 @@
 #include "StreamBytes.h"
 #include "acquisition/DecoderHost.h"
-#include "acquisition/ErrorRoute.h"
+#include "runtime/ErrorRoute.h"
 #include "acquisition/InstrumentNews.h"
 #include "acquisition/LinkState.h"
 #include "acquisition/ReceiveRing.h"

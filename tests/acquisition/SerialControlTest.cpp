@@ -2,7 +2,7 @@
 
 #include "Pty.h"
 #include "acquisition/ComReceiver.h"
-#include "acquisition/ErrorRoute.h"
+#include "runtime/ErrorRoute.h"
 #include "acquisition/LinkState.h"
 #include "acquisition/ReceiveRing.h"
 #include "runtime/RuntimeError.h"

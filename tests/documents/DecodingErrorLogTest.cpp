@@ -7,7 +7,7 @@
 #include "acquisition/StreamDecoder.h"
 #include "documents/ErrorHandler.h"
 #include "documents/MenuCommands.h"
-#include "runtime/ScriptedDialogs.h"
+#include "ScriptedDialogs.h"
 
 #include <QFile>
 #include <QTimer>

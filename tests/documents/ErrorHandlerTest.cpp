@@ -6,7 +6,7 @@
 #include "documents/MenuCommands.h"
 #include "runtime/Numbers.h"
 #include "runtime/RuntimeError.h"
-#include "runtime/ScriptedDialogs.h"
+#include "ScriptedDialogs.h"
 
 #include <QDir>
 #include <QFile>

@@ -5,7 +5,7 @@
 #include "documents/ErrorHandler.h"
 #include "documents/MenuCommands.h"
 #include "runtime/App.h"
-#include "runtime/ScriptedDialogs.h"
+#include "ScriptedDialogs.h"
 #include "runtime/SettingsStore.h"
 
 #include <QLocale>

@@ -1,7 +1,7 @@
 #include "Pty.h"
 #include "SimulatorRun.h"
 #include "acquisition/frmNoData.h"
-#include "runtime/ScriptedDialogs.h"
+#include "ScriptedDialogs.h"
 #include "view/LedShape.h"
 #include "view/frmMain.h"
 

@@ -1,7 +1,7 @@
 #include "Pty.h"
 #include "SimulatorRun.h"
 #include "chart/Quillchart.h"
-#include "runtime/ScriptedDialogs.h"
+#include "ScriptedDialogs.h"
 #include "view/frmMain.h"
 
 #include <QApplication>

@@ -5,7 +5,7 @@
 #include "chart/Quillchart.h"
 #include "chart/RunData.h"
 #include "chart/RunFileCodec.h"
-#include "runtime/ScriptedDialogs.h"
+#include "ScriptedDialogs.h"
 #include "view/frmMain.h"
 
 #include <QApplication>

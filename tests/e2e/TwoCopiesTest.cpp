@@ -4,7 +4,7 @@
 #include "acquisition/frmSetup.h"
 #include "runtime/App.h"
 #include "runtime/RuntimeError.h"
-#include "runtime/ScriptedDialogs.h"
+#include "ScriptedDialogs.h"
 #include "view/frmMain.h"
 
 #include <QApplication>

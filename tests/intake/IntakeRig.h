@@ -2,7 +2,7 @@
 
 #include "StreamBytes.h"
 #include "acquisition/DecoderHost.h"
-#include "acquisition/ErrorRoute.h"
+#include "runtime/ErrorRoute.h"
 #include "acquisition/LinkState.h"
 #include "acquisition/ReceiveRing.h"
 #include "acquisition/RecordCommands.h"

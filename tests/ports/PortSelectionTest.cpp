@@ -1,13 +1,13 @@
 #include "Pty.h"
 #include "SetupDriver.h"
 #include "acquisition/ComPortStartup.h"
-#include "acquisition/ErrorRoute.h"
+#include "runtime/ErrorRoute.h"
 #include "acquisition/LinkState.h"
 #include "acquisition/SerialControl.h"
 #include "acquisition/frmSetup.h"
 #include "runtime/App.h"
 #include "runtime/RuntimeError.h"
-#include "runtime/ScriptedDialogs.h"
+#include "ScriptedDialogs.h"
 
 #include <QGroupBox>
 #include <QProcess>

@@ -3,7 +3,7 @@
 #include "runtime/Int16.h"
 #include "runtime/MsgBox.h"
 #include "runtime/RuntimeError.h"
-#include "runtime/ScriptedDialogs.h"
+#include "ScriptedDialogs.h"
 
 #include <QTimer>
 

@@ -51,3 +51,13 @@ void Pty::closeMaster()
         ::close(m_master);
     m_master = -1;
 }
+
+ComPorts::ComPorts(const QStringList &devices)
+{
+    qputenv("OSTREL_COMPORTS", devices.join(QLatin1Char(',')).toLocal8Bit());
+}
+
+ComPorts::~ComPorts()
+{
+    qputenv("OSTREL_COMPORTS", "");
+}

@@ -2,6 +2,7 @@
 
 #include <QByteArray>
 #include <QString>
+#include <QStringList>
 
 /// A pseudo-terminal in raw mode: the test writes to the master, the program under test opens
 /// the slave path as its serial device.
@@ -23,6 +24,17 @@ private:
     int m_master = -1;
     int m_slaveKeeper = -1;
     QString m_slavePath;
+};
+
+/// COM 1, COM 2, ... on the given devices for as long as it lives, as the demo hangs the
+/// simulated instrument's pseudo-terminal on COM 1. Without one, no COM number reaches a device.
+class ComPorts
+{
+public:
+    explicit ComPorts(const QStringList &devices);
+    ~ComPorts();
+    ComPorts(const ComPorts &) = delete;
+    ComPorts &operator=(const ComPorts &) = delete;
 };
 
 /// Runs the event loop until `condition` holds or `timeoutMs` passes; answers the condition.

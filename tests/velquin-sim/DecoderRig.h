@@ -2,7 +2,7 @@
 
 #include "SimStream.h"
 #include "acquisition/DecoderHost.h"
-#include "acquisition/ErrorRoute.h"
+#include "runtime/ErrorRoute.h"
 #include "acquisition/InstrumentNews.h"
 #include "acquisition/LinkState.h"
 #include "acquisition/ReceiveRing.h"

@@ -1,6 +1,6 @@
 #include "../acquisition/StreamBytes.h"
 #include "Pty.h"
-#include "runtime/ScriptedDialogs.h"
+#include "ScriptedDialogs.h"
 #include "view/LedShape.h"
 #include "view/frmMain.h"
 

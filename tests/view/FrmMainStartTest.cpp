@@ -1,6 +1,6 @@
 #include "Pty.h"
 #include "runtime/App.h"
-#include "runtime/ScriptedDialogs.h"
+#include "ScriptedDialogs.h"
 #include "runtime/SettingsStore.h"
 #include "view/frmMain.h"
 

@@ -2,7 +2,7 @@
 
 #include "Pty.h"
 #include "chart/Quillchart.h"
-#include "runtime/ScriptedDialogs.h"
+#include "ScriptedDialogs.h"
 #include "view/frmMain.h"
 
 #include <QLocale>

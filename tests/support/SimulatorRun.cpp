@@ -50,3 +50,9 @@ QString SimulatorRun::errorOutput()
 {
     return QString::fromLocal8Bit(m_process.readAllStandardError());
 }
+
+bool writeSimulatedStream(const QStringList &options, const QString &path)
+{
+    return QProcess::execute(QStringLiteral(VELQUIN_SIM_PROGRAM),
+                             QStringList{"--out", path, "--speed", "0"} + options) == 0;
+}

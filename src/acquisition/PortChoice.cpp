@@ -1,23 +1,29 @@
-#include "acquisition/ComPortStartup.h"
+#include "acquisition/PortChoice.h"
 
-#include "acquisition/ErrorRoute.h"
-#include "acquisition/SerialControl.h"
+#include "acquisition/Link.h"
+#include "acquisition/RecordingSession.h"
 #include "acquisition/frmSetup.h"
+#include "runtime/ErrorRoute.h"
 #include "runtime/MsgBox.h"
 #include "runtime/RuntimeError.h"
 
 #include <QPushButton>
 #include <QRadioButton>
-#include <QTimer>
 
 #include <algorithm>
 
-bool chooseComPortAtStartup(SerialControl &ComPort, Int16 &ComPortNumber, LinkState &link,
-                            QTimer &TimerCheckComData, bool PrevInstance, QWidget *parent)
+PortChoice::PortChoice(Link &link, RecordingSession &session, Int16 &ComPortNumber)
+    : m_link(link)
+    , m_session(session)
+    , ComPortNumber(ComPortNumber)
+{}
+
+bool PortChoice::chooseAtStartup(bool PrevInstance, QWidget *parent)
 {
+    SerialControl &ComPort = m_link.ComPort;
     bool noPortFree = false;
     {
-        frmSetup setup(ComPort, ComPortNumber, link, TimerCheckComData, parent);
+        frmSetup setup(m_link, ComPortNumber, m_session, parent);
         // The load's probe passed over the link's own port; now the link tries every port.
         setup.FindFreeComPorts(true);
         const bool storedPortFree = ComPortNumber >= 1 && ComPortNumber <= frmSetup::kPortCount &&
@@ -35,7 +41,7 @@ bool chooseComPortAtStartup(SerialControl &ComPort, Int16 &ComPortNumber, LinkSt
                 setup.cmdCancel->setEnabled(false);
                 setup.exec();
                 // The link is opened once the window is ready, and watched from then on.
-                TimerCheckComData.stop();
+                m_session.stopWatchdog();
                 if (ComPort.PortOpen())
                     ComPort.setPortOpen(false);
             }
@@ -44,21 +50,24 @@ bool chooseComPortAtStartup(SerialControl &ComPort, Int16 &ComPortNumber, LinkSt
     if (noPortFree) {
         MsgBox(QStringLiteral("All available COM ports are already in use.  Please free one COM "
                               "port before restarting Ostrel MS."));
-        return true;
+        return false;
     }
     ComPort.setInBufferSize(32000);
-    return false;
+    return true;
 }
 
-void openComPortAtStartup(SerialControl &ComPort, Int16 &ComPortNumber, LinkState &link,
-                          QTimer &TimerCheckComData, ErrorRoute &errors, QWidget *parent)
+void PortChoice::openAtStartup(ErrorRoute &errors, QWidget *parent)
 {
-    const int number = trapError([&] { ComPort.setPortOpen(true); });
+    const int number = trapError([&] { m_link.ComPort.setPortOpen(true); });
     if (number == 0)
         return;
     errors.HandelError(number);
-    if (number == ErrorNumber::InvalidPortNumber) {
-        frmSetup setup(ComPort, ComPortNumber, link, TimerCheckComData, parent);
-        setup.exec();
-    }
+    if (number == ErrorNumber::InvalidPortNumber)
+        mnuComPort_Click(parent);
+}
+
+void PortChoice::mnuComPort_Click(QWidget *parent)
+{
+    frmSetup form(m_link, ComPortNumber, m_session, parent);
+    form.exec();
 }

@@ -1,4 +1,4 @@
-#include "runtime/ScriptedDialogs.h"
+#include "ScriptedDialogs.h"
 
 #include "runtime/ComDlg.h"
 

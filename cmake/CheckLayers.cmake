@@ -1,0 +1,32 @@
+# Fails when a file of src/ includes a header of a layer above its own. Run by CTest:
+#   cmake -DSOURCE_DIR=<top> -P cmake/CheckLayers.cmake
+# The layers, lowest first; a folder may include its own headers and those of the folders it
+# lists.
+set(allowed_runtime runtime)
+set(allowed_chart runtime chart)
+set(allowed_acquisition runtime chart acquisition)
+set(allowed_reports runtime chart reports)
+set(allowed_documents runtime chart acquisition reports documents)
+set(allowed_view runtime chart acquisition reports documents view)
+set(allowed_shell runtime chart acquisition reports documents view shell)
+set(layers runtime chart acquisition reports documents view shell)
+
+set(faults "")
+foreach(layer ${layers})
+    file(GLOB_RECURSE files ${SOURCE_DIR}/src/${layer}/*.h ${SOURCE_DIR}/src/${layer}/*.cpp)
+    foreach(file ${files})
+        file(STRINGS ${file} includes REGEX "^[ \t]*#[ \t]*include[ \t]*\"[a-z]+/")
+        foreach(line ${includes})
+            string(REGEX REPLACE ".*\"([a-z]+)/.*" "\\1" target "${line}")
+            list(FIND layers ${target} known)
+            list(FIND allowed_${layer} ${target} found)
+            if(known GREATER_EQUAL 0 AND found LESS 0)
+                file(RELATIVE_PATH name ${SOURCE_DIR} ${file})
+                string(APPEND faults "${name}: ${line}\n")
+            endif()
+        endforeach()
+    endforeach()
+endforeach()
+if(faults)
+    message(FATAL_ERROR "Includes of a layer above their own:\n${faults}")
+endif()
