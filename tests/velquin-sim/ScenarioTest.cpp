@@ -8,31 +8,52 @@
 
 using namespace VelquinSim;
 
-TEST(Scenario, FaultsReadBackAsTheyAreWritten)
+namespace {
+
+class GoodFault : public ::testing::TestWithParam<const char *>
 {
-    for (const char *text : {"midblock:4", "garbage@30:8", "unknown@12:0x20", "param@5:P:2",
-                             "chance96@1", "silence@60:15", "burst@2:500"}) {
-        QString error;
-        const std::optional<Fault> fault = Fault::parse(QString::fromLatin1(text), &error);
-        ASSERT_TRUE(fault) << text << ": " << error.toStdString();
-        EXPECT_EQ(fault->optionText(), QString::fromLatin1(text));
-    }
-    const std::optional<Fault> defaults = Fault::parse(QStringLiteral("param@5"), nullptr);
-    ASSERT_TRUE(defaults);
-    EXPECT_EQ(defaults->optionText(), QStringLiteral("param@5:E:5"));
+};
+
+class BadFault : public ::testing::TestWithParam<const char *>
+{
+};
+
+} // namespace
+
+TEST_P(GoodFault, ReadsBackAsItIsWritten)
+{
+    const QString text = QString::fromLatin1(GetParam());
+    QString error;
+    const std::optional<Fault> fault = Fault::parse(text, &error);
+    ASSERT_TRUE(fault) << error.toStdString();
+    EXPECT_EQ(fault->optionText(), text);
 }
 
-TEST(Scenario, FaultsThatWouldNotBeFaultsAreRefused)
+INSTANTIATE_TEST_SUITE_P(Scenario, GoodFault,
+                         ::testing::Values("midblock:4", "garbage@30:8", "unknown@12:0x20",
+                                           "param@5:P:2", "chance96@1", "silence@60:15",
+                                           "burst@2:500"));
+
+TEST(Scenario, FaultParameterDefaultsToAnUnknownEvent)
 {
-    // A known type, the sync byte as a type, and values that lie inside their block's table.
-    for (const char *text : {"unknown@1:0x43", "unknown@1:0x96", "param@1:E:4", "param@1:R:3",
-                             "param@1:P:1", "param@1:H:2", "param@1:X", "midblock:6", "garbage@-1",
-                             "silence@3:0", "flood@1", "burst@1:x"}) {
-        QString error;
-        EXPECT_FALSE(Fault::parse(QString::fromLatin1(text), &error)) << text;
-        EXPECT_FALSE(error.isEmpty()) << text;
-    }
+    const std::optional<Fault> fault = Fault::parse(QStringLiteral("param@5"), nullptr);
+    ASSERT_TRUE(fault);
+    EXPECT_EQ(fault->optionText(), QStringLiteral("param@5:E:5"));
 }
+
+// A known type, the sync byte as a type, and values that lie inside their block's table.
+TEST_P(BadFault, IsRefusedWithAReason)
+{
+    QString error;
+    EXPECT_FALSE(Fault::parse(QString::fromLatin1(GetParam()), &error));
+    EXPECT_FALSE(error.isEmpty());
+}
+
+INSTANTIATE_TEST_SUITE_P(Scenario, BadFault,
+                         ::testing::Values("unknown@1:0x43", "unknown@1:0x96", "param@1:E:4",
+                                           "param@1:R:3", "param@1:P:1", "param@1:H:2", "param@1:X",
+                                           "midblock:6", "garbage@-1", "silence@3:0", "flood@1",
+                                           "burst@1:x"));
 
 TEST(Scenario, FileUsesTheOptionNames)
 {
