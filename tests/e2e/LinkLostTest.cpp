@@ -1,7 +1,8 @@
 #include "Pty.h"
+#include "ScriptedDialogs.h"
 #include "SimulatorRun.h"
 #include "acquisition/frmNoData.h"
-#include "ScriptedDialogs.h"
+#include "shell/Startup.h"
 #include "view/LedShape.h"
 #include "view/frmMain.h"
 
@@ -33,14 +34,17 @@ TEST(LinkLost, MidRunTheSessionStopsAndTheDialogComesThenTheLedReturnsAlone)
     SimulatorRun instrument({"--kind", "status", "--runs", "1", "--run-minutes", "2",
                              "--idle-seconds", "2", "--fault", "silence@12:20"});
     ASSERT_FALSE(instrument.ptyPath().isEmpty());
-    qputenv("OSTREL_COMPORTS", instrument.ptyPath().toLocal8Bit());
+    const ComPorts com1({instrument.ptyPath()});
     QElapsedTimer clock;
     clock.start();
 
     ScriptedDialogs dialogs;
     frmMain window;
+    Startup startup(window);
+    window.setShell(&startup);
+    ASSERT_TRUE(startup.openPort());
     window.show();
-    ASSERT_TRUE(waitFor([&] { return window.intake.Recording; }, 15000));
+    ASSERT_TRUE(waitFor([&] { return window.intake.Recording(); }, 15000));
 
     // frmNoData runs its own event loop; look at the window from inside it, then answer Ok.
     StateUnderDialog underDialog;
@@ -53,10 +57,10 @@ TEST(LinkLost, MidRunTheSessionStopsAndTheDialogComesThenTheLedReturnsAlone)
         ++dialogsShown;
         underDialog = {true,
                        clock.elapsed(),
-                       window.intake.Recording,
+                       window.intake.Recording(),
                        window.ShapeReciveLed->FillColor(),
-                       window.cmdRecord->isEnabled() || window.mnuStart->isEnabled(),
-                       window.cmdStop->isEnabled() || window.mnuStop->isEnabled()};
+                       window.toolbar.cmdRecord->isEnabled() || window.menu.mnuStart->isEnabled(),
+                       window.toolbar.cmdStop->isEnabled() || window.menu.mnuStop->isEnabled()};
         dialog->cmdOk->click();
     });
     watcher.start(50);
@@ -71,10 +75,9 @@ TEST(LinkLost, MidRunTheSessionStopsAndTheDialogComesThenTheLedReturnsAlone)
 
     ASSERT_TRUE(waitFor([&] { return window.ShapeReciveLed->FillColor() == 0x00FF00u; }, 25000))
         << "the stream returns 32 s in";
-    EXPECT_TRUE(window.mnuStart->isEnabled());
-    EXPECT_TRUE(window.cmdStop->isEnabled());
+    EXPECT_TRUE(window.menu.mnuStart->isEnabled());
+    EXPECT_TRUE(window.toolbar.cmdStop->isEnabled());
     QTest::qWait(7000);
     EXPECT_EQ(dialogsShown, 1) << "no further dialog once the stream is back";
-    EXPECT_FALSE(window.intake.Recording) << "a lost session is stopped, not suspended";
-    qputenv("OSTREL_COMPORTS", "");
+    EXPECT_FALSE(window.intake.Recording()) << "a lost session is stopped, not suspended";
 }

@@ -12,21 +12,21 @@ SimManifest::SimManifest(const QString &path)
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         return;
-    const QJsonDocument document = QJsonDocument::fromJson(file.readAll());
-    const QJsonValue blocks = document.object().value(QStringLiteral("blocks"));
-    if (!blocks.isArray())
-        return;
+    const QJsonValue blocks =
+        QJsonDocument::fromJson(file.readAll()).object().value(QStringLiteral("blocks"));
     for (const QJsonValue &entry : blocks.toArray()) {
         const QJsonObject object = entry.toObject();
         ManifestBlock block;
         block.t = object.value(QStringLiteral("t")).toDouble();
         block.offset = object.value(QStringLiteral("offset")).toInteger();
-        block.length = object.value(QStringLiteral("length")).toInteger();
         block.pair = object.value(QStringLiteral("pair")).toInteger();
         const QString type = object.value(QStringLiteral("type")).toString();
         block.type = type.size() == 1 ? type.front() : QChar();
         block.value = object.value(QStringLiteral("value")).toDouble();
         block.text = object.value(QStringLiteral("text")).toString();
+        block.fault = object.value(QStringLiteral("fault")).toString();
+        block.bytes =
+            QByteArray::fromHex(object.value(QStringLiteral("hex")).toString().toLatin1());
         m_blocks.append(block);
     }
     m_valid = !m_blocks.isEmpty();

@@ -1,21 +1,23 @@
 #pragma once
 
+#include <QByteArray>
 #include <QList>
 #include <QString>
 
 /// One block as the simulator recorded it: when and where in the stream it went, the sample
-/// pair it belongs to or precedes, and what it carried.
+/// pair it belongs to or precedes, what it carried and the bytes sent.
 struct ManifestBlock
 {
     double t = 0.0;
     qint64 offset = 0;
-    qint64 length = 0;
     qint64 pair = 0;
     QChar type;
     double value = 0.0;
     QString text;
+    QString fault;
+    QByteArray bytes;
 
-    [[nodiscard]] qint64 end() const { return offset + length; }
+    [[nodiscard]] qint64 end() const { return offset + bytes.size(); }
 };
 
 /// The manifest velquin-sim writes beside its stream.
