@@ -6,16 +6,6 @@ using namespace VelquinSim;
 
 namespace {
 
-QList<SimBlock> faultBlocks(const SimStream &stream)
-{
-    QList<SimBlock> found;
-    for (const SimBlock &block : stream.blocks) {
-        if (!block.fault.isEmpty())
-            found.append(block);
-    }
-    return found;
-}
-
 QList<double> sampleValues(const SimStream &stream)
 {
     QList<double> values;
@@ -36,7 +26,8 @@ TEST(Faults, EachFaultPutsItsOwnBytesOnTheLineAndLeavesTheTracesAlone)
                       {"midblock:4", "garbage@7:20", "unknown@9:0x20", "param@11:R:9"}));
     EXPECT_EQ(sampleValues(stream), sampleValues(clean));
     EXPECT_EQ(stream.bytes.size(), clean.bytes.size() - 4 + 20 + 6 + 3);
-    const QList<SimBlock> faults = faultBlocks(stream);
+    QList<SimBlock> faults = stream.blocks;
+    faults.removeIf([](const SimBlock &block) { return block.fault.isEmpty(); });
     ASSERT_EQ(faults.size(), 4);
 
     EXPECT_EQ(faults.at(0).fault, QStringLiteral("midblock:4"));

@@ -58,14 +58,12 @@ class Mistake : public ::testing::TestWithParam<QStringList>
 TEST(Program, PtyDeliversTheSameBytesAsTheFileUntranslated)
 {
     const QByteArray expected = runToFile({});
-    ASSERT_GT(expected.size(), 1000);
     ASSERT_TRUE(expected.contains("\r\n")) << "the method text tests raw mode";
 
     QProcess sim;
     sim.start(kProgram, kScenario + QStringList{"--pty"});
     ASSERT_TRUE(sim.waitForReadyRead(10000));
     const QByteArray path = sim.readLine().trimmed();
-    ASSERT_TRUE(path.startsWith("/dev/pts/")) << path.toStdString();
     const int fd = ::open(path.constData(), O_RDONLY | O_NOCTTY | O_NONBLOCK);
     ASSERT_GE(fd, 0);
     const QByteArray received = readFrom(fd, expected.size());
