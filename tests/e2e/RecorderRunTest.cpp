@@ -15,47 +15,41 @@
 #include <QHash>
 #include <QTemporaryDir>
 #include <QTimer>
+#include <QtEndian>
 
 #include <algorithm>
 #include <bit>
 #include <gtest/gtest.h>
-#include <iterator>
-#include <optional>
 
 namespace {
 
 /// Two short runs with every kind of mark, in just under a minute of real time: the recorder
 /// decodes in the pauses between receive events, as on a real line.
-const QStringList kScenario =
-    QStringLiteral("--runs 2 --run-minutes 0.25 --idle-seconds 2 --events 2 "
-                   "--labels 1 --pauses 1 --pause-seconds 3 --holds 1 "
-                   "--hold-seconds 3 --seed 11")
-        .split(' ');
-constexpr int kPlayTimeoutMs = 120000;
-/// Two ticks of the decoder's timer: the last bytes taken are decoded by then.
-constexpr int kSettleMs = 1500;
+const QStringList kScenario = QStringLiteral("--runs 2 --run-minutes 0.25 --idle-seconds 2 "
+                                             "--events 2 --labels 1 --pauses 1 --pause-seconds 3 "
+                                             "--holds 1 --hold-seconds 3 --seed 11")
+                                  .split(' ');
 constexpr qint64 kMethodWaitMs = 15000;
 /// The port raises a receive event once it holds this many bytes.
 constexpr qint64 kReceiveThreshold = 50;
 constexpr double kSamplesPerMinute = 300.0;
 
-/// A method text reaching the recorder chart, seen from outside between decoding passes.
-struct MethodArrival
-{
-    bool awaited = false;
-    qint64 msAfterRunEnd = -1;
-    bool waitOver = false;
-};
-
 struct Mark
 {
     QString label;
     qint64 pair;
-    bool operator==(const Mark &) const = default;
 };
 
-/// A chart read back from its file, each sample named by the simulator's pair it carries bit
-/// for bit (-1 when none does).
+/// A method text reaching the recorder chart, seen from outside between decoding passes.
+struct MethodArrival
+{
+    bool awaited;
+    qint64 msAfterRunEnd;
+    bool waitOver;
+};
+
+/// A chart read back from its file, each sample named by the simulator's pair whose bytes it
+/// carries bit for bit (-1 when none does).
 struct ChartOnPairs
 {
     RunData run;
@@ -63,8 +57,7 @@ struct ChartOnPairs
 
     [[nodiscard]] qint64 pairAt(float minutes) const
     {
-        const qint64 index = qRound64(double(minutes) * kSamplesPerMinute);
-        return index < pairs.size() ? pairs[index] : -1;
+        return pairs.value(qRound64(double(minutes) * kSamplesPerMinute), -1);
     }
     [[nodiscard]] QList<Mark> marks() const
     {
@@ -75,12 +68,12 @@ struct ChartOnPairs
     }
 };
 
-/// What the window made of a whole scenario.
+/// What the window made of a whole scenario, and the blocks of the bytes it took.
 struct Recorded
 {
     QList<ManifestBlock> blocks;
-    std::optional<ChartOnPairs> recorder;
-    std::optional<ChartOnPairs> log;
+    ChartOnPairs recorder;
+    ChartOnPairs log;
     qint32 logSampleCount = 0;
     float logTime = 0.0f;
     QList<MethodArrival> methodArrivals;
@@ -88,48 +81,43 @@ struct Recorded
     QStringList dialogs;
 };
 
-quint64 pairKey(float uv, float conductivity)
+QByteArray wireBytes(float uv, float conductivity)
 {
-    return quint64(std::bit_cast<quint32>(uv)) << 32 | std::bit_cast<quint32>(conductivity);
+    QByteArray bytes(8, 0);
+    qToBigEndian(std::bit_cast<quint32>(uv), bytes.data());
+    qToBigEndian(std::bit_cast<quint32>(conductivity), bytes.data() + 4);
+    return bytes;
 }
 
-float sampleValue(const ManifestBlock &block)
+/// The stream's pairs by the bytes of their two samples; the scenario never repeats a pair.
+QHash<QByteArray, qint64> pairsByBytes(const QList<ManifestBlock> &blocks)
 {
-    const QByteArray bits = block.bytes.mid(2, 4);
-    return std::bit_cast<float>(quint32(quint8(bits[0])) << 24 | quint32(quint8(bits[1])) << 16 |
-                                quint32(quint8(bits[2])) << 8 | quint8(bits[3]));
-}
-
-/// The pairs of the stream by their bits; the scenario's traces never repeat a pair.
-QHash<quint64, qint64> pairsByBits(const QList<ManifestBlock> &blocks)
-{
-    QHash<quint64, qint64> pairs;
-    float uv = 0.0f;
+    QHash<QByteArray, qint64> pairs;
+    QByteArray uv;
     for (const ManifestBlock &block : blocks) {
         if (block.type == 'U' || block.type == 'V')
-            uv = sampleValue(block);
+            uv = block.bytes.mid(2);
         else if (block.type == 'C')
-            pairs.insert(pairKey(uv, sampleValue(block)), block.pair);
+            pairs.insert(uv + block.bytes.mid(2), block.pair);
     }
     return pairs;
 }
 
-std::optional<ChartOnPairs> readBack(Quillchart &chart, const QHash<quint64, qint64> &pairs)
+bool readBack(Quillchart &chart, const QHash<QByteArray, qint64> &pairs, ChartOnPairs &out)
 {
     const QTemporaryDir dir;
-    const QString path = dir.filePath(QStringLiteral("chart.chd"));
-    QFile file(path);
-    if (!chart.SaveDataFile(path) || !file.open(QIODevice::ReadOnly))
-        return std::nullopt;
+    QFile file(dir.filePath(QStringLiteral("chart.chd")));
+    if (!chart.SaveDataFile(file.fileName()) || !file.open(QIODevice::ReadOnly))
+        return false;
     std::optional<RunData> run = RunFileCodec::decode(file.readAll(), RunFileCodec::Kind::Data);
     if (!run)
-        return std::nullopt;
-    ChartOnPairs read{std::move(*run), {}};
-    for (qint64 i = 0; i < read.run.store.count(); ++i) {
-        const SamplePair &sample = read.run.store.at(i);
-        read.pairs.append(pairs.value(pairKey(sample.uv, sample.conductivity), -1));
+        return false;
+    out.run = std::move(*run);
+    for (qint64 i = 0; i < out.run.store.count(); ++i) {
+        const SamplePair &sample = out.run.store.at(i);
+        out.pairs.append(pairs.value(wireBytes(sample.uv, sample.conductivity), -1));
     }
-    return read;
+    return true;
 }
 
 /// Plays `kind` through the real window on COM 1 until the simulator is done.
@@ -145,21 +133,16 @@ void recordScenario(const QString &kind, Recorded &out)
     ASSERT_TRUE(startup.openPort());
     window.show();
 
-    // A modal dialog would hold the test in its own loop: note it and close it.
-    QTimer modalWatch;
-    QObject::connect(&modalWatch, &QTimer::timeout, [&] {
+    // A modal dialog would hold the test in its own loop: note it and close it. Between
+    // decoding passes, note when the wait for a method text begins and when one arrives.
+    bool waiting = false;
+    QElapsedTimer sinceRunEnd;
+    qsizetype methodChars = 0;
+    const auto watch = [&] {
         if (auto *dialog = qobject_cast<QDialog *>(QApplication::activeModalWidget())) {
             out.dialogs << dialog->windowTitle();
             dialog->reject();
         }
-    });
-    modalWatch.start(100);
-
-    // Between decoding passes: when the wait for a method text begins and when one arrives.
-    bool waiting = false;
-    QElapsedTimer sinceRunEnd;
-    qsizetype methodChars = 0;
-    const auto watchMethodWait = [&] {
         const bool nowWaiting = window.intake.WaitForMethod();
         if (nowWaiting && !waiting)
             sinceRunEnd.start();
@@ -172,36 +155,26 @@ void recordScenario(const QString &kind, Recorded &out)
         }
         waiting = nowWaiting;
     };
-    ASSERT_TRUE(waitFor(
-        [&] {
-            watchMethodWait();
-            return simulator.finished();
-        },
-        kPlayTimeoutMs))
+    QTimer watcher;
+    QObject::connect(&watcher, &QTimer::timeout, watch);
+    watcher.start(20);
+    ASSERT_TRUE(waitFor([&] { return simulator.finished(); }, 120000))
         << "the simulator did not finish its runs";
     ASSERT_TRUE(simulator.exitedCleanly()) << simulator.errorOutput().toStdString();
-    waitFor(
-        [&] {
-            watchMethodWait();
-            return false;
-        },
-        kSettleMs);
+    // Two ticks of the decoder's timer: the last bytes taken are decoded by then.
+    waitFor([] { return false; }, 1500);
 
-    const SimManifest manifest(simulator.manifestPath());
-    ASSERT_TRUE(manifest.isValid());
     const qint64 left = window.link.ComPort.InBufferCount();
     ASSERT_LT(left, kReceiveThreshold) << "bytes beyond those below the receive threshold stayed";
-    const qint64 taken = manifest.streamLength() - left;
-    for (const ManifestBlock &block : manifest.blocks()) {
-        if (block.end() <= taken)
-            out.blocks.append(block);
-    }
+    out.blocks = readManifest(simulator.manifestPath());
+    ASSERT_FALSE(out.blocks.isEmpty());
+    const qint64 taken = out.blocks.last().end() - left;
+    out.blocks.removeIf([&](const ManifestBlock &block) { return block.end() > taken; });
     out.logSampleCount = window.intake.LogSampleCount();
     out.logTime = window.intake.LogTime();
-    const QHash<quint64, qint64> pairs = pairsByBits(out.blocks);
-    out.recorder = readBack(*window.Chart[0], pairs);
-    out.log = readBack(*window.Chart[5], pairs);
-    ASSERT_TRUE(out.recorder && out.log) << "a chart could not be saved and read back";
+    const QHash<QByteArray, qint64> pairs = pairsByBytes(out.blocks);
+    ASSERT_TRUE(readBack(*window.Chart[0], pairs, out.recorder) &&
+                readBack(*window.Chart[5], pairs, out.log));
 }
 
 /// The marks the stream announces, in order, each on the pair its block precedes. What the
@@ -216,83 +189,71 @@ QList<Mark> announcedMarks(const QList<ManifestBlock> &blocks)
     int number = 0;
     bool running = false;
     bool paused = false;
-    const auto mark = [&](const char *label, qint64 pair) {
-        const Mark next{QString::fromLatin1(label), pair};
-        if (marks.isEmpty() || !(marks.last() == next))
-            marks.append(next);
+    const auto mark = [&](const QString &label, qint64 pair) {
+        if (marks.isEmpty() || marks.last().label != label || marks.last().pair != pair)
+            marks.append({label, pair});
     };
     for (const ManifestBlock &block : blocks) {
-        const int value = int(block.value);
-        const char type = block.type.toLatin1();
-        if ((type == 'R' && value == 1 && !running) || (type == 'E' && value == 4)) {
+        const QString name = block.type + QString::number(block.value);
+        if ((name == "R1" && !running) || name == "E4") {
             running = true;
             number = 0;
             mark("S", block.pair);
-        } else if (type == 'R' && value == 1) {
+        } else if (name == "R1") {
             if (!paused)
                 mark("C", block.pair);
             paused = false;
-        } else if ((type == 'R' && value == 0) || (type == 'E' && value == 3)) {
+        } else if (name == "R0" || name == "E3") {
             running = false;
-            mark("E", block.pair + (type == 'E'));
-        } else if (type == 'E' && value == 2) {
-            mark(QByteArray::number(++number).constData(), block.pair);
-        } else if (type == 'E' && value == 8) {
+            mark("E", block.pair + (name == "E3"));
+        } else if (name == "E2") {
+            mark(QString::number(++number), block.pair);
+        } else if (name == "E8") {
             mark("M", block.pair);
-        } else if ((type == 'R' && value == 3) || (type == 'H' && value == 1)) {
-            mark("H", block.pair);
-        } else if (type == 'H' && value == 2) {
-            mark("C", block.pair);
-        } else if (type == 'R' && value == 2) {
+        } else if (name == "R3" || name == "H1" || name == "H2") {
+            mark(name == "H2" ? "C" : "H", block.pair);
+        } else if (name == "R2" || (!statusBlocks && running && block.type == 'U' && !paused)) {
             paused = true;
-            mark("P", block.pair);
-        } else if (!statusBlocks && running && type == 'U' && !paused) {
-            paused = true;
-            mark("P", block.pair + 1);
-        } else if (!statusBlocks && type == 'V') {
+            mark("P", block.pair + (block.type == 'U'));
+        } else if (!statusBlocks && block.type == 'V') {
             paused = false;
         }
     }
     return marks;
 }
 
-/// Every pair of the stream, but for those a pause leaves out: after a pause mark's pair, up
-/// to the instrument's next running ("V") pair.
+/// Every pair of the stream but those a pause leaves out: after a pause mark's pair, up to
+/// the instrument's next running ("V") pair.
 QList<qint64> pairsOutsidePauses(const QList<ManifestBlock> &blocks, const QList<Mark> &marks)
 {
-    QList<qint64> pauses;
-    for (const Mark &mark : marks) {
-        if (mark.label == QLatin1String("P"))
-            pauses << mark.pair;
-    }
     QList<qint64> pairs;
     bool paused = false;
     for (const ManifestBlock &block : blocks) {
-        if (block.type == 'V')
-            paused = false;
-        if (block.type == 'C' && !paused)
+        paused = paused && block.type != 'V';
+        if (block.type != 'C')
+            continue;
+        if (!paused)
             pairs << block.pair;
-        if (block.type == 'C' && pauses.contains(block.pair))
-            paused = true;
+        paused = paused || std::any_of(marks.begin(), marks.end(), [&](const Mark &m) {
+                     return m.label == "P" && m.pair == block.pair;
+                 });
     }
     return pairs;
 }
 
-/// The logged pairs that lie between an "S" and the next "E" of the recorder chart.
+/// The logged pairs from each "S" of the recorder chart to its "E".
 QList<qint64> pairsOfRuns(const QList<qint64> &logged, const QList<Mark> &marks)
 {
     QList<qint64> pairs;
-    for (qsizetype i = 0; i < marks.size(); ++i) {
-        if (marks[i].label != QLatin1String("S"))
+    qint64 start = -1;
+    for (const Mark &mark : marks) {
+        if (mark.label == "S")
+            start = mark.pair;
+        if (mark.label != "E" || start < 0)
             continue;
-        const auto end = std::find_if(marks.begin() + i, marks.end(),
-                                      [](const Mark &m) { return m.label == QLatin1String("E"); });
-        if (end == marks.end())
-            break;
-        for (const qint64 pair : logged) {
-            if (pair >= marks[i].pair && pair <= end->pair)
-                pairs << pair;
-        }
+        std::copy_if(logged.begin(), logged.end(), std::back_inserter(pairs),
+                     [&](qint64 pair) { return pair >= start && pair <= mark.pair; });
+        start = -1;
     }
     return pairs;
 }
@@ -301,62 +262,8 @@ QString describe(const QList<Mark> &marks)
 {
     QStringList texts;
     for (const Mark &mark : marks)
-        texts << QStringLiteral("%1@%2").arg(mark.label).arg(mark.pair);
+        texts << mark.label + '@' + QString::number(mark.pair);
     return texts.join(' ');
-}
-
-/// Each run's method text on the recorder chart after the run's last sample, with its date
-/// line, and on the log; it came while the recorder waited and ended the wait.
-void expectMethodTexts(const Recorded &recorded, const QList<ManifestBlock> &methods)
-{
-    const std::vector<MethodText> &texts = recorded.recorder->run.annotations.methodTexts();
-    ASSERT_EQ(qsizetype(texts.size()), methods.size());
-    EXPECT_EQ(qsizetype(recorded.log->run.annotations.methodTexts().size()), methods.size());
-    const QList<Mark> marks = recorded.recorder->marks();
-    auto end = marks.begin();
-    for (qsizetype i = 0; i < methods.size(); ++i) {
-        const QString tail = "\r\n" + methods[i].text + "\r\n";
-        ASSERT_TRUE(texts[i].text.endsWith(tail)) << texts[i].text.toStdString();
-        EXPECT_FALSE(texts[i].text.chopped(tail.size()).contains('\n'));
-        end = std::find_if(end, marks.end(),
-                           [](const Mark &m) { return m.label == QLatin1String("E"); });
-        ASSERT_NE(end, marks.end());
-        EXPECT_EQ(recorded.recorder->pairAt(texts[i].time), (end++)->pair);
-    }
-    ASSERT_EQ(recorded.methodArrivals.size(), methods.size());
-    for (const MethodArrival &arrival : recorded.methodArrivals) {
-        EXPECT_TRUE(arrival.awaited) << "the method text came outside the wait after a run";
-        EXPECT_LT(arrival.msAfterRunEnd, kMethodWaitMs);
-        EXPECT_TRUE(arrival.waitOver) << "the method text did not end the wait";
-    }
-}
-
-void expectRecordedFaithfully(const Recorded &recorded)
-{
-    EXPECT_TRUE(recorded.dialogs.isEmpty()) << recorded.dialogs.join(", ").toStdString();
-    const QList<Mark> announced = announcedMarks(recorded.blocks);
-    QStringList labels;
-    for (const Mark &mark : announced)
-        labels << mark.label;
-    for (const char *label : {"S", "1", "2", "P", "H", "C", "M", "E"})
-        ASSERT_EQ(labels.count(label), 2) << label << " is not compared in both runs";
-
-    const QList<Mark> marks = recorded.recorder->marks();
-    EXPECT_EQ(describe(marks).toStdString(), describe(announced).toStdString());
-
-    const QList<qint64> &logged = recorded.log->pairs;
-    EXPECT_EQ(logged, pairsOutsidePauses(recorded.blocks, announced))
-        << "the log takes every pair bit for bit but those of a pause";
-    EXPECT_EQ(recorded.logSampleCount, logged.size());
-    EXPECT_NEAR(recorded.logTime, double(logged.size() - 1) / kSamplesPerMinute, 1e-5)
-        << "the log's clock runs on from run to run";
-    EXPECT_EQ(recorded.recorder->pairs, pairsOfRuns(logged, marks))
-        << "the recorder takes the logged pairs from each start to its end";
-
-    QList<ManifestBlock> methods;
-    std::copy_if(recorded.blocks.begin(), recorded.blocks.end(), std::back_inserter(methods),
-                 [](const ManifestBlock &b) { return b.type == 'M'; });
-    expectMethodTexts(recorded, methods);
 }
 
 class RecorderRun : public ::testing::TestWithParam<const char *>
@@ -369,7 +276,53 @@ TEST_P(RecorderRun, ChartsHoldWhatTheManifestSays)
 {
     Recorded recorded;
     ASSERT_NO_FATAL_FAILURE(recordScenario(QString::fromLatin1(GetParam()), recorded));
-    expectRecordedFaithfully(recorded);
+    EXPECT_TRUE(recorded.dialogs.isEmpty()) << recorded.dialogs.join(", ").toStdString();
+    const QList<Mark> announced = announcedMarks(recorded.blocks);
+    const QString labels = describe(announced);
+    for (const char *label : {"S@", "1@", "2@", "P@", "H@", "C@", "M@", "E@"})
+        ASSERT_EQ(labels.count(label), 2) << label << " is not compared in both runs";
+
+    const QList<Mark> marks = recorded.recorder.marks();
+    EXPECT_EQ(describe(marks).toStdString(), labels.toStdString())
+        << "one mark per announced event, on its pair";
+    const QList<qint64> &logged = recorded.log.pairs;
+    EXPECT_EQ(logged, pairsOutsidePauses(recorded.blocks, announced))
+        << "the log takes every pair bit for bit but those of a pause";
+    QList<Mark> logMarks;
+    for (const Mark &mark : announced)
+        logMarks.append({mark.label, logged.value(logged.indexOf(mark.pair) - 1, -1)});
+    EXPECT_EQ(describe(recorded.log.marks()).toStdString(), describe(logMarks).toStdString())
+        << "the log draws each mark at the time of the pair before";
+    EXPECT_EQ(recorded.logSampleCount, logged.size());
+    EXPECT_NEAR(recorded.logTime, double(logged.size() - 1) / kSamplesPerMinute, 1e-5)
+        << "the log's clock runs on from run to run";
+    EXPECT_EQ(recorded.recorder.pairs, pairsOfRuns(logged, marks))
+        << "the recorder takes the logged pairs from each start to its end";
+
+    // Each run's method text after a date line, on the run's last sample; and on the log.
+    QStringList sent;
+    auto method = recorded.blocks.cbegin();
+    for (const Mark &mark : announced) {
+        if (mark.label != "E")
+            continue;
+        method = std::find_if(method, recorded.blocks.cend(),
+                              [](const ManifestBlock &b) { return b.type == 'M'; });
+        if (method != recorded.blocks.cend())
+            sent << QString::number(mark.pair) + ": " + (method++)->text + "\r\n";
+    }
+    ASSERT_EQ(sent.size(), 2) << "each run's method text comes before the stream ends";
+    QStringList got;
+    for (const MethodText &text : recorded.recorder.run.annotations.methodTexts())
+        got << QString::number(recorded.recorder.pairAt(text.time)) + ": " +
+                   text.text.section("\r\n", 1);
+    EXPECT_EQ(got.join("|").toStdString(), sent.join("|").toStdString());
+    EXPECT_EQ(qsizetype(recorded.log.run.annotations.methodTexts().size()), sent.size());
+    ASSERT_EQ(recorded.methodArrivals.size(), sent.size());
+    for (const MethodArrival &arrival : recorded.methodArrivals) {
+        EXPECT_TRUE(arrival.awaited) << "the method text came outside the wait after a run";
+        EXPECT_LT(arrival.msAfterRunEnd, kMethodWaitMs);
+        EXPECT_TRUE(arrival.waitOver) << "the method text did not end the wait";
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(BothKinds, RecorderRun, ::testing::Values("status", "letters"),
