@@ -2,6 +2,7 @@
 #include "ScriptedDialogs.h"
 #include "SimulatorRun.h"
 #include "acquisition/frmNoData.h"
+#include "shell/Startup.h"
 #include "view/LedShape.h"
 #include "view/frmMain.h"
 
@@ -13,37 +14,27 @@
 
 #include <gtest/gtest.h>
 
-namespace {
-
-struct StateUnderDialog
-{
-    bool seen = false;
-    qint64 atMs = 0;
-    bool recording = true;
-    quint32 led = 1;
-    bool recordEnabled = true;
-    bool stopEnabled = true;
-};
-
-} // namespace
-
 TEST(LinkLost, MidRunTheSessionStopsAndTheDialogComesThenTheLedReturnsAlone)
 {
     // A run starts after two seconds; twelve seconds in, the line falls silent for twenty.
     SimulatorRun instrument({"--kind", "status", "--runs", "1", "--run-minutes", "2",
                              "--idle-seconds", "2", "--fault", "silence@12:20"});
     ASSERT_FALSE(instrument.ptyPath().isEmpty());
-    qputenv("OSTREL_COMPORTS", instrument.ptyPath().toLocal8Bit());
+    const ComPorts com1({instrument.ptyPath()});
     QElapsedTimer clock;
     clock.start();
 
     ScriptedDialogs dialogs;
     frmMain window;
+    Startup startup(window);
+    window.setShell(&startup);
+    ASSERT_TRUE(startup.openPort());
     window.show();
-    ASSERT_TRUE(waitFor([&] { return window.intake.Recording; }, 15000));
+    ASSERT_TRUE(waitFor([&] { return window.intake.Recording(); }, 15000));
 
     // frmNoData runs its own event loop; look at the window from inside it, then answer Ok.
-    StateUnderDialog underDialog;
+    QString underDialog;
+    qint64 dialogAtMs = 0;
     int dialogsShown = 0;
     QTimer watcher;
     QObject::connect(&watcher, &QTimer::timeout, [&] {
@@ -51,30 +42,28 @@ TEST(LinkLost, MidRunTheSessionStopsAndTheDialogComesThenTheLedReturnsAlone)
         if (!dialog || !dialog->isVisible())
             return;
         ++dialogsShown;
-        underDialog = {true,
-                       clock.elapsed(),
-                       window.intake.Recording,
-                       window.ShapeReciveLed->FillColor(),
-                       window.cmdRecord->isEnabled() || window.mnuStart->isEnabled(),
-                       window.cmdStop->isEnabled() || window.mnuStop->isEnabled()};
+        dialogAtMs = clock.elapsed();
+        underDialog =
+            QStringLiteral("recording %1, LED %2, record %3, stop %4")
+                .arg(window.intake.Recording())
+                .arg(window.ShapeReciveLed->FillColor())
+                .arg(window.toolbar.cmdRecord->isEnabled() || window.menu.mnuStart->isEnabled())
+                .arg(window.toolbar.cmdStop->isEnabled() || window.menu.mnuStop->isEnabled());
         dialog->cmdOk->click();
     });
     watcher.start(50);
 
-    ASSERT_TRUE(waitFor([&] { return underDialog.seen; }, 25000));
+    ASSERT_TRUE(waitFor([&] { return dialogsShown > 0; }, 25000));
     // The last bytes came about 12 s in; the alarm comes 5 to 10 s later (plus decoding lag).
-    EXPECT_LT(underDialog.atMs, 12000 + 10000 + 2000);
-    EXPECT_FALSE(underDialog.recording);
-    EXPECT_EQ(underDialog.led, 0u) << "black";
-    EXPECT_FALSE(underDialog.recordEnabled);
-    EXPECT_FALSE(underDialog.stopEnabled);
+    EXPECT_LT(dialogAtMs, 12000 + 10000 + 2000);
+    EXPECT_EQ(underDialog.toStdString(), "recording 0, LED 0, record 0, stop 0")
+        << "stopped, the LED black, both commands off";
 
     ASSERT_TRUE(waitFor([&] { return window.ShapeReciveLed->FillColor() == 0x00FF00u; }, 25000))
         << "the stream returns 32 s in";
-    EXPECT_TRUE(window.mnuStart->isEnabled());
-    EXPECT_TRUE(window.cmdStop->isEnabled());
+    EXPECT_TRUE(window.menu.mnuStart->isEnabled());
+    EXPECT_TRUE(window.toolbar.cmdStop->isEnabled());
     QTest::qWait(7000);
     EXPECT_EQ(dialogsShown, 1) << "no further dialog once the stream is back";
-    EXPECT_FALSE(window.intake.Recording) << "a lost session is stopped, not suspended";
-    qputenv("OSTREL_COMPORTS", "");
+    EXPECT_FALSE(window.intake.Recording()) << "a lost session is stopped, not suspended";
 }

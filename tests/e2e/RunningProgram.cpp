@@ -1,5 +1,7 @@
 #include "RunningProgram.h"
 
+#include "Pty.h"
+
 #include <QFile>
 #include <QProcessEnvironment>
 
@@ -37,4 +39,17 @@ QString RunningProgram::errorLog() const
     if (!log.open(QIODevice::ReadOnly))
         return {};
     return QString::fromLocal8Bit(log.readAll());
+}
+
+bool RunningProgram::holdsPort(const QString &device) const
+{
+    const QString lockFile = "/var/lock/LCK.." + QString(device).remove("/dev/").replace('/', '_');
+    int steadyTicks = 0;
+    return waitFor(
+        [&] {
+            steadyTicks = QFile::exists(lockFile) ? steadyTicks + 1 : 0;
+            QThread::msleep(100);
+            return steadyTicks >= 10;
+        },
+        30000);
 }

@@ -16,6 +16,10 @@ public:
     ~RunningProgram();
 
     [[nodiscard]] bool started() const { return m_started; }
+    /// Waits, without touching the port, until the program holds `device` for good: its serial
+    /// lock file has stood for a second. A probe of the test's own could meet the program's
+    /// probes at its start and send it into the setup dialog.
+    [[nodiscard]] bool holdsPort(const QString &device) const;
     /// ChartErr.log of this copy, "" while it does not exist.
     [[nodiscard]] QString errorLog() const;
     [[nodiscard]] QString dataPath() const;

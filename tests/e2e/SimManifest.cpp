@@ -5,37 +5,24 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
-#include <algorithm>
-
-SimManifest::SimManifest(const QString &path)
+QList<ManifestBlock> readManifest(const QString &path)
 {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
-        return;
+        return {};
+    QList<ManifestBlock> blocks;
     const QJsonDocument document = QJsonDocument::fromJson(file.readAll());
-    const QJsonValue blocks = document.object().value(QStringLiteral("blocks"));
-    if (!blocks.isArray())
-        return;
-    for (const QJsonValue &entry : blocks.toArray()) {
+    for (const QJsonValue &entry : document.object().value(QStringLiteral("blocks")).toArray()) {
         const QJsonObject object = entry.toObject();
-        ManifestBlock block;
-        block.t = object.value(QStringLiteral("t")).toDouble();
-        block.offset = object.value(QStringLiteral("offset")).toInteger();
-        block.length = object.value(QStringLiteral("length")).toInteger();
-        block.pair = object.value(QStringLiteral("pair")).toInteger();
         const QString type = object.value(QStringLiteral("type")).toString();
-        block.type = type.size() == 1 ? type.front() : QChar();
-        block.value = object.value(QStringLiteral("value")).toDouble();
-        block.text = object.value(QStringLiteral("text")).toString();
-        m_blocks.append(block);
+        blocks.append(
+            {object.value(QStringLiteral("offset")).toInteger(),
+             object.value(QStringLiteral("pair")).toInteger(),
+             type.size() == 1 ? type.front() : QChar(),
+             object.value(QStringLiteral("value")).toDouble(),
+             object.value(QStringLiteral("text")).toString(),
+             object.value(QStringLiteral("fault")).toString(),
+             QByteArray::fromHex(object.value(QStringLiteral("hex")).toString().toLatin1())});
     }
-    m_valid = !m_blocks.isEmpty();
-}
-
-qint64 SimManifest::streamLength() const
-{
-    qint64 length = 0;
-    for (const ManifestBlock &block : m_blocks)
-        length = std::max(length, block.end());
-    return length;
+    return blocks;
 }

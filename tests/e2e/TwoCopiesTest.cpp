@@ -5,13 +5,12 @@
 #include "acquisition/frmSetup.h"
 #include "runtime/App.h"
 #include "runtime/RuntimeError.h"
+#include "shell/Startup.h"
 #include "view/frmMain.h"
 
 #include <QApplication>
-#include <QFile>
 #include <QPushButton>
 #include <QRadioButton>
-#include <QThread>
 
 #include <gtest/gtest.h>
 
@@ -20,25 +19,12 @@ TEST(TwoCopies, TheSecondMustChooseAnotherPortThanTheFirstCopys)
     Pty com1;
     Pty com2;
     const QString ports = com1.slavePath() + "," + com2.slavePath();
-    qputenv("OSTREL_COMPORTS", ports.toLocal8Bit());
+    const ComPorts comPorts({com1.slavePath(), com2.slavePath()});
 
     // The first copy: the real program, sharing this test's user directories.
     RunningProgram first(ports, RunningProgram::SameUser);
     ASSERT_TRUE(first.started());
-    // Wait without touching the port: a probe of ours could meet the first copy's own probes
-    // at its start and send it into the setup dialog. Its serial lock file standing for a
-    // second means it holds the port for good.
-    const QString lockFile =
-        "/var/lock/LCK.." + QString(com1.slavePath()).remove("/dev/").replace('/', '_');
-    int steadyTicks = 0;
-    ASSERT_TRUE(waitFor(
-        [&] {
-            steadyTicks = QFile::exists(lockFile) ? steadyTicks + 1 : 0;
-            QThread::msleep(100);
-            return steadyTicks >= 10;
-        },
-        30000))
-        << "the first copy opens COM 1";
+    ASSERT_TRUE(first.holdsPort(com1.slavePath())) << "the first copy opens COM 1";
     SerialControl probe;
     EXPECT_EQ(trapError([&] { probe.setPortOpen(true); }), ErrorNumber::PortAlreadyOpen)
         << "the first copy holds COM 1";
@@ -69,6 +55,8 @@ TEST(TwoCopies, TheSecondMustChooseAnotherPortThanTheFirstCopys)
     answer.start(50);
 
     frmMain second;
+    Startup startup(second);
+    ASSERT_TRUE(startup.openPort());
     answer.stop();
     EXPECT_TRUE(cancelWasDisabled);
     EXPECT_TRUE(com1WasDisabled) << "the probe found COM 1 busy (8005)";
@@ -76,8 +64,7 @@ TEST(TwoCopies, TheSecondMustChooseAnotherPortThanTheFirstCopys)
     EXPECT_EQ(dialogs.boxes[0].title, "DATA COLLECTION SETUP ERROR");
     EXPECT_EQ(dialogs.boxes[0].text,
               "Cannot open the selected communication port\rPort already open");
-    EXPECT_EQ(int(second.ComPort.CommPort()), 2);
-    EXPECT_TRUE(second.ComPort.PortOpen());
+    EXPECT_EQ(int(second.link.ComPort.CommPort()), 2);
+    EXPECT_TRUE(second.link.ComPort.PortOpen());
     EXPECT_EQ(int(second.settings.ComPortNumber), 2);
-    qputenv("OSTREL_COMPORTS", "");
 }

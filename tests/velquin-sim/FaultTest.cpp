@@ -6,29 +6,6 @@ using namespace VelquinSim;
 
 namespace {
 
-Scenario withFaults(const QStringList &faults, InstrumentKind kind = InstrumentKind::Status)
-{
-    Scenario scenario = shortScenario(kind);
-    for (const QString &text : faults) {
-        QString error;
-        const std::optional<Fault> fault = Fault::parse(text, &error);
-        EXPECT_TRUE(fault) << error.toStdString();
-        if (fault)
-            scenario.faults.append(*fault);
-    }
-    return scenario;
-}
-
-QList<SimBlock> faultBlocks(const SimStream &stream)
-{
-    QList<SimBlock> found;
-    for (const SimBlock &block : stream.blocks) {
-        if (!block.fault.isEmpty())
-            found.append(block);
-    }
-    return found;
-}
-
 QList<double> sampleValues(const SimStream &stream)
 {
     QList<double> values;
@@ -41,20 +18,16 @@ QList<double> sampleValues(const SimStream &stream)
 
 } // namespace
 
-TEST(Faults, InjectedBytesLeaveTheTracesAlone)
+TEST(Faults, EachFaultPutsItsOwnBytesOnTheLineAndLeavesTheTracesAlone)
 {
     const SimStream clean = SimStream::play(shortScenario(InstrumentKind::Status));
-    const SimStream faulty =
-        SimStream::play(withFaults({"garbage@7:20", "unknown@9", "param@11:H:7", "midblock:2"}));
-    EXPECT_EQ(sampleValues(faulty), sampleValues(clean));
-    EXPECT_EQ(faulty.bytes.size(), clean.bytes.size() - 2 + 20 + 6 + 3);
-}
-
-TEST(Faults, EachFaultPutsItsOwnBytesOnTheLine)
-{
     const SimStream stream = SimStream::play(
-        withFaults({"midblock:4", "garbage@7:20", "unknown@9:0x20", "param@11:R:9"}));
-    const QList<SimBlock> faults = faultBlocks(stream);
+        shortScenario(InstrumentKind::Status, 1,
+                      {"midblock:4", "garbage@7:20", "unknown@9:0x20", "param@11:R:9"}));
+    EXPECT_EQ(sampleValues(stream), sampleValues(clean));
+    EXPECT_EQ(stream.bytes.size(), clean.bytes.size() - 4 + 20 + 6 + 3);
+    QList<SimBlock> faults = stream.blocks;
+    faults.removeIf([](const SimBlock &block) { return block.fault.isEmpty(); });
     ASSERT_EQ(faults.size(), 4);
 
     EXPECT_EQ(faults.at(0).fault, QStringLiteral("midblock:4"));
@@ -78,7 +51,8 @@ TEST(Faults, EachFaultPutsItsOwnBytesOnTheLine)
 
 TEST(Faults, SilenceDropsEverythingThenTheInstrumentRunsOn)
 {
-    const SimStream stream = SimStream::play(withFaults({"silence@10:6"}));
+    const SimStream stream =
+        SimStream::play(shortScenario(InstrumentKind::Status, 1, {"silence@10:6"}));
     qint64 lastPair = -1;
     for (const SimBlock &block : stream.blocks) {
         if (block.fault.startsWith(QLatin1String("silence"))) {
@@ -97,7 +71,8 @@ TEST(Faults, SilenceDropsEverythingThenTheInstrumentRunsOn)
 TEST(Faults, BurstSendsExtraPairsAllAtOnce)
 {
     const SimStream clean = SimStream::play(shortScenario(InstrumentKind::Status));
-    const SimStream stream = SimStream::play(withFaults({"burst@4:40"}));
+    const SimStream stream =
+        SimStream::play(shortScenario(InstrumentKind::Status, 1, {"burst@4:40"}));
     int burst = 0;
     for (const SimBlock &block : stream.blocks) {
         if (block.burst) {

@@ -8,31 +8,49 @@
 
 using namespace VelquinSim;
 
-TEST(Scenario, FaultsReadBackAsTheyAreWritten)
+namespace {
+
+/// A fault's text and its text read back, nullptr when the same.
+class GoodFault : public ::testing::TestWithParam<std::pair<const char *, const char *>>
 {
-    for (const char *text : {"midblock:4", "garbage@30:8", "unknown@12:0x20", "param@5:P:2",
-                             "chance96@1", "silence@60:15", "burst@2:500"}) {
-        QString error;
-        const std::optional<Fault> fault = Fault::parse(QString::fromLatin1(text), &error);
-        ASSERT_TRUE(fault) << text << ": " << error.toStdString();
-        EXPECT_EQ(fault->optionText(), QString::fromLatin1(text));
-    }
-    const std::optional<Fault> defaults = Fault::parse(QStringLiteral("param@5"), nullptr);
-    ASSERT_TRUE(defaults);
-    EXPECT_EQ(defaults->optionText(), QStringLiteral("param@5:E:5"));
+};
+
+class BadFault : public ::testing::TestWithParam<const char *>
+{
+};
+
+} // namespace
+
+TEST_P(GoodFault, ReadsBackAsItIsWritten)
+{
+    const auto [text, readBack] = GetParam();
+    QString error;
+    const std::optional<Fault> fault = Fault::parse(QString::fromLatin1(text), &error);
+    ASSERT_TRUE(fault) << error.toStdString();
+    EXPECT_EQ(fault->optionText(), QString::fromLatin1(readBack ? readBack : text));
 }
 
-TEST(Scenario, FaultsThatWouldNotBeFaultsAreRefused)
+using Texts = std::pair<const char *, const char *>;
+INSTANTIATE_TEST_SUITE_P(
+    Scenario, GoodFault,
+    ::testing::Values(Texts{"midblock:4", nullptr}, Texts{"garbage@30:8", nullptr},
+                      Texts{"unknown@12:0x20", nullptr}, Texts{"param@5:P:2", nullptr},
+                      Texts{"param@5", "param@5:E:5"}, Texts{"chance96@1", nullptr},
+                      Texts{"silence@60:15", nullptr}, Texts{"burst@2:500", nullptr}));
+
+// A known type, the sync byte as a type, and values that lie inside their block's table.
+TEST_P(BadFault, IsRefusedWithAReason)
 {
-    // A known type, the sync byte as a type, and values that lie inside their block's table.
-    for (const char *text : {"unknown@1:0x43", "unknown@1:0x96", "param@1:E:4", "param@1:R:3",
-                             "param@1:P:1", "param@1:H:2", "param@1:X", "midblock:6", "garbage@-1",
-                             "silence@3:0", "flood@1", "burst@1:x"}) {
-        QString error;
-        EXPECT_FALSE(Fault::parse(QString::fromLatin1(text), &error)) << text;
-        EXPECT_FALSE(error.isEmpty()) << text;
-    }
+    QString error;
+    EXPECT_FALSE(Fault::parse(QString::fromLatin1(GetParam()), &error));
+    EXPECT_FALSE(error.isEmpty());
 }
+
+INSTANTIATE_TEST_SUITE_P(Scenario, BadFault,
+                         ::testing::Values("unknown@1:0x43", "unknown@1:0x96", "param@1:E:4",
+                                           "param@1:R:3", "param@1:P:1", "param@1:H:2", "param@1:X",
+                                           "midblock:6", "garbage@-1", "silence@3:0", "flood@1",
+                                           "burst@1:x"));
 
 TEST(Scenario, FileUsesTheOptionNames)
 {

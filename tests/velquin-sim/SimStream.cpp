@@ -26,7 +26,7 @@ QList<SimBlock> SimStream::ofType(char letter) const
     return found;
 }
 
-Scenario shortScenario(InstrumentKind kind, quint64 seed)
+Scenario shortScenario(InstrumentKind kind, quint64 seed, const QStringList &faults)
 {
     Scenario scenario;
     scenario.kind = kind;
@@ -41,5 +41,7 @@ Scenario shortScenario(InstrumentKind kind, quint64 seed)
     scenario.holdSeconds = 2;
     scenario.speed = 0;
     scenario.seed = seed;
+    for (const QString &text : faults)
+        scenario.faults.append(Fault::parse(text, nullptr).value());
     return scenario;
 }
