@@ -4,7 +4,7 @@
 # Extra arguments go to the simulator (see: build/tools/velquin-sim/velquin-sim --help).
 set -euo pipefail
 cd "$(dirname "$0")/.."
-bash scripts/setup.sh
+bash scripts/setup.sh --program
 
 cmake -S . -B build -DCMAKE_BUILD_TYPE=RelWithDebInfo >/dev/null
 cmake --build build -j "$(nproc)" --target ostrel velquin-sim

@@ -1,16 +1,22 @@
 #!/usr/bin/env bash
-# Installs what Ostrel MS needs to build, run and test on Debian 12, and nothing that is there
-# already. Safe to run again.
+# Installs what Ostrel MS needs on Debian 12, and nothing that is there already. Safe to run
+# again.
+#   bash scripts/setup.sh            the program, the simulator, the tests and the benchmarks
+#   bash scripts/setup.sh --program  the program and the simulator only
 set -euo pipefail
 
 packages=(
     build-essential cmake pkg-config
     qt6-base-dev qt6-serialport-dev libqt6serialport6 libgl-dev
-    zlib1g-dev
-    libgtest-dev libgmock-dev googletest libbenchmark-dev
-    clang libclang-rt-14-dev
-    fonts-dejavu-core poppler-utils
+    zlib1g-dev fonts-dejavu-core
 )
+if [ "${1:-}" != "--program" ]; then
+    packages+=(
+        libgtest-dev libgmock-dev googletest libbenchmark-dev
+        clang libclang-rt-14-dev
+        poppler-utils
+    )
+fi
 
 missing=()
 for package in "${packages[@]}"; do

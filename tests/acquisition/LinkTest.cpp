@@ -6,6 +6,7 @@
 
 #include <bit>
 #include <gtest/gtest.h>
+#include <random>
 
 using namespace StreamBytes;
 
@@ -275,4 +276,60 @@ TEST_F(LinkTest, ReceiveEventsFillTheRingOnlyWhileNothingElseWorks)
     EXPECT_GT(link.TimerProcess().remainingTime(), 600) << "each receive event restarts the wait";
     EXPECT_EQ(link.ComPort.InBufferCount(), 0);
     EXPECT_TRUE(errors.codes.isEmpty());
+}
+
+namespace {
+class GarbledStream : public LinkTest
+{
+};
+} // namespace
+
+// The instrument's second of data arrives in one piece, and the tick comes in the pause after
+// it; one second in eight is damaged.
+TEST_F(GarbledStream, EightMegabytesOfDamagedSecondsThenTheStreamIsBackWithinEightBlocks)
+{
+    // As the program's error route does for a decoding error.
+    errors.onError = [this](qint32 code) {
+        if (code >= -12 && code <= -10)
+            link.loseSync();
+    };
+    std::mt19937 random(8);
+    const auto any = [&](int below) { return int(random() % unsigned(below)); };
+    const auto anyBlock = [&] {
+        const int kind = any(100);
+        if (kind < 80)
+            return sample("UVCDF"[any(5)], std::bit_cast<float>(std::uint32_t(random())));
+        if (kind < 98)
+            return status("EHPRF"[any(5)], std::uint8_t(any(256)));
+        return method(QByteArray(any(300), char('A' + any(26))));
+    };
+    qint64 total = 0;
+    while (total < 8 * 1024 * 1024) {
+        QByteArray second;
+        for (int n = 0; n < 10; ++n)
+            second += anyBlock();
+        if (any(8) == 0) {
+            const int at = any(int(second.size()));
+            if (any(2) == 0)
+                second.remove(at, 1 + any(8));
+            else
+                for (int n = any(12); n >= 0; --n)
+                    second.insert(at, char(any(256)));
+        }
+        total += second.size();
+        feed(second);
+        tick();
+    }
+    EXPECT_GT(errors.codes.size(), 1000);
+    news.lines.clear();
+    QStringList sent;
+    for (int n = 1; n <= 20; ++n) {
+        feed(pair(float(n), float(100 + n)));
+        sent << QString("U %1").arg(n) << QString("C %1").arg(100 + n);
+        tick();
+    }
+    tick();
+    const qsizetype kept = sent.size() - 8;
+    ASSERT_GE(news.lines.size(), kept);
+    EXPECT_EQ(news.lines.mid(news.lines.size() - kept), sent.mid(8));
 }
