@@ -63,18 +63,3 @@ TEST_F(StartupTest, LoggingStoredAsZeroStartsWithLogOnOffered)
     window.close();
     EXPECT_EQ(stored("DataLogging"), "False");
 }
-
-TEST_F(StartupTest, AnUnreadablePortNumberGivesTheBoxAndTheDefaults)
-{
-    SaveSetting(App::Title(), "Options", "ComPortNumber", "40000");
-    SaveSetting(App::Title(), "Options", "DataLogging", "False");
-    frmMain window;
-    Startup startup(window);
-    ASSERT_EQ(dialogs.boxes.size(), 1);
-    EXPECT_EQ(dialogs.boxes[0].text,
-              "Cannot load configuration file.\rOverflow\rUsing default values.");
-    EXPECT_TRUE(window.settings.DataLogging) << "every value takes its default";
-    ASSERT_TRUE(startup.openPort());
-    EXPECT_EQ(int(window.link.ComPort.CommPort()), 1);
-    EXPECT_EQ(stored("ComPortNumber"), "40000") << "the bad text stays until the next save";
-}
