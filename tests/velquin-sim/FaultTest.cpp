@@ -4,36 +4,25 @@
 
 using namespace VelquinSim;
 
-namespace {
-
-QList<double> sampleValues(const SimStream &stream)
-{
-    QList<double> values;
-    for (const SimBlock &block : stream.blocks) {
-        if (QByteArrayLiteral("UVC").contains(char(block.type)))
-            values.append(block.value);
-    }
-    return values;
-}
-
-} // namespace
-
-TEST(Faults, EachFaultPutsItsOwnBytesOnTheLineAndLeavesTheTracesAlone)
+TEST(Faults, EachFaultPutsItsOwnBytesOnTheLineAndLeavesTheRestAlone)
 {
     const SimStream clean = SimStream::play(shortScenario(InstrumentKind::Status));
     const SimStream stream = SimStream::play(
         shortScenario(InstrumentKind::Status, 1,
                       {"midblock:4", "garbage@7:20", "unknown@9:0x20", "param@11:R:9"}));
-    EXPECT_EQ(sampleValues(stream), sampleValues(clean));
-    EXPECT_EQ(stream.bytes.size(), clean.bytes.size() - 4 + 20 + 6 + 3);
-    QList<SimBlock> faults = stream.blocks;
-    faults.removeIf([](const SimBlock &block) { return block.fault.isEmpty(); });
+    QList<SimBlock> faults;
+    QByteArray regular;
+    for (const SimBlock &block : stream.blocks) {
+        if (block.fault.isEmpty())
+            regular += block.bytes;
+        else
+            faults.append(block);
+    }
     ASSERT_EQ(faults.size(), 4);
+    EXPECT_TRUE(regular == clean.bytes.mid(6)) << "only the cut first block is missing";
 
-    EXPECT_EQ(faults.at(0).fault, QStringLiteral("midblock:4"));
     EXPECT_EQ(faults.at(0).offset, 0);
-    EXPECT_EQ(faults.at(0).bytes.size(), 2);
-    EXPECT_EQ(stream.bytes.at(2), char(0x96)) << "the next block starts whole";
+    EXPECT_EQ(faults.at(0).bytes, clean.bytes.mid(4, 2)) << "the stream starts 4 bytes in";
 
     const SimBlock &garbage = faults.at(1);
     EXPECT_EQ(garbage.bytes.size(), 20);
@@ -58,9 +47,9 @@ TEST(Faults, SilenceDropsEverythingThenTheInstrumentRunsOn)
         if (block.fault.startsWith(QLatin1String("silence"))) {
             EXPECT_TRUE(block.bytes.isEmpty());
             EXPECT_EQ(block.time, 10.0);
-            continue;
+        } else {
+            EXPECT_FALSE(block.time >= 10.0 && block.time < 16.0) << block.time;
         }
-        EXPECT_FALSE(block.time >= 10.0 && block.time < 16.0) << block.time;
         if (block.type == 'C') {
             EXPECT_EQ(block.pair, lastPair == 49 ? 80 : lastPair + 1);
             lastPair = block.pair;
@@ -75,12 +64,9 @@ TEST(Faults, BurstSendsExtraPairsAllAtOnce)
         SimStream::play(shortScenario(InstrumentKind::Status, 1, {"burst@4:40"}));
     int burst = 0;
     for (const SimBlock &block : stream.blocks) {
-        if (block.burst) {
-            ++burst;
-            EXPECT_EQ(block.time, 4.0);
-        }
+        burst += block.burst;
+        EXPECT_TRUE(!block.burst || block.time == 4.0);
     }
     EXPECT_EQ(burst, 80);
-    EXPECT_EQ(stream.ofType('C').size(), clean.ofType('C').size() + 40);
     EXPECT_EQ(stream.ofType('C').last().pair, clean.ofType('C').last().pair + 40);
 }

@@ -20,18 +20,6 @@ const QStringList kScenario = {"--runs",         "1",           "--run-minutes",
                                "--idle-seconds", "2",           "--seed",        "3",
                                "--fault",        "garbage@4:5", "--speed",       "0"};
 
-QByteArray runToFile(const QStringList &extra)
-{
-    const QString out = testHome() + QStringLiteral("/stream.bin");
-    QProcess sim;
-    sim.start(kProgram, kScenario + extra + QStringList{"--out", out});
-    EXPECT_TRUE(sim.waitForFinished(20000));
-    EXPECT_EQ(sim.exitCode(), 0) << sim.readAllStandardError().toStdString();
-    QFile file(out);
-    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
-    return file.readAll();
-}
-
 /// Reads `fd` until `size` bytes came or the line stays quiet for ten seconds.
 QByteArray readFrom(int fd, qsizetype size)
 {
@@ -55,63 +43,22 @@ class Mistake : public ::testing::TestWithParam<QStringList>
 
 } // namespace
 
-TEST(Program, PtyDeliversTheSameBytesAsTheFileUntranslated)
+TEST(Program, FileManifestAndTerminalsCarryTheSameBytesUntranslatedAtNineSixHundredEightNOne)
 {
-    const QByteArray expected = runToFile({});
-    ASSERT_TRUE(expected.contains("\r\n")) << "the method text tests raw mode";
-
-    QProcess sim;
-    sim.start(kProgram, kScenario + QStringList{"--pty"});
-    ASSERT_TRUE(sim.waitForReadyRead(10000));
-    const QByteArray path = sim.readLine().trimmed();
-    const int fd = ::open(path.constData(), O_RDONLY | O_NOCTTY | O_NONBLOCK);
-    ASSERT_GE(fd, 0);
-    const QByteArray received = readFrom(fd, expected.size());
-    ::close(fd);
-    EXPECT_TRUE(sim.waitForFinished(10000));
-    EXPECT_EQ(sim.exitCode(), 0);
-    EXPECT_TRUE(received == expected) << received.size() << " of " << expected.size();
-}
-
-TEST(Program, DeviceIsSetToNineSixHundredEightNOne)
-{
-    const QByteArray expected = runToFile({});
-    // A pseudo-terminal stands in for the serial port; the test holds its other end.
-    const int master = ::posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK);
-    ASSERT_GE(master, 0);
-    ASSERT_EQ(::grantpt(master), 0);
-    ASSERT_EQ(::unlockpt(master), 0);
-    const QString device = QString::fromLatin1(::ptsname(master));
-    QProcess sim;
-    sim.start(kProgram, kScenario + QStringList{"--device", device});
-    const QByteArray received = readFrom(master, expected.size());
-    EXPECT_TRUE(sim.waitForFinished(10000));
-    EXPECT_EQ(sim.exitCode(), 0) << sim.readAllStandardError().toStdString();
-    EXPECT_TRUE(received == expected) << received.size() << " of " << expected.size();
-
-    const int slave = ::open(device.toLatin1().constData(), O_RDWR | O_NOCTTY);
-    termios mode{};
-    ASSERT_EQ(::tcgetattr(slave, &mode), 0);
-    EXPECT_EQ(::cfgetospeed(&mode), speed_t(B9600));
-    EXPECT_EQ(mode.c_cflag & CSIZE, tcflag_t(CS8));
-    EXPECT_EQ(mode.c_cflag & (PARENB | CSTOPB | CRTSCTS), tcflag_t(0));
-    EXPECT_EQ(mode.c_iflag & (IXON | IXOFF | ICRNL), tcflag_t(0));
-    EXPECT_EQ(mode.c_oflag & OPOST, tcflag_t(0));
-    ::close(slave);
-    ::close(master);
-}
-
-TEST(Program, ManifestRecordsEveryByteWithItsPair)
-{
+    const QString out = testHome() + QStringLiteral("/stream.bin");
     const QString manifest = testHome() + QStringLiteral("/manifest.json");
-    const QByteArray bytes = runToFile({"--manifest", manifest});
-    QFile file(manifest);
+    QProcess toFile;
+    toFile.start(kProgram, kScenario + QStringList{"--out", out, "--manifest", manifest});
+    ASSERT_TRUE(toFile.waitForFinished(20000));
+    ASSERT_EQ(toFile.exitCode(), 0) << toFile.readAllStandardError().toStdString();
+    QFile file(out);
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-    QJsonParseError error;
-    const QJsonObject document = QJsonDocument::fromJson(file.readAll(), &error).object();
-    ASSERT_EQ(error.error, QJsonParseError::NoError) << error.errorString().toStdString();
+    const QByteArray expected = file.readAll();
+    file.close();
+    file.setFileName(manifest);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const QJsonObject document = QJsonDocument::fromJson(file.readAll()).object();
     EXPECT_EQ(document.value("scenario").toObject().value("seed").toInt(), 3);
-
     QByteArray joined;
     int pairs = 0;
     int garbage = 0;
@@ -124,9 +71,41 @@ TEST(Program, ManifestRecordsEveryByteWithItsPair)
         }
         garbage += block.value("fault").toString().startsWith(QLatin1String("garbage@4"));
     }
-    EXPECT_EQ(joined, bytes);
+    EXPECT_EQ(joined, expected);
     EXPECT_EQ(garbage, 1);
     EXPECT_GT(pairs, 5 * 18);
+    ASSERT_TRUE(expected.contains("\r\n")) << "the method text tests raw mode";
+    // A pseudo-terminal stands in for the serial port; the test holds its other end.
+    const int master = ::posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK);
+    ASSERT_TRUE(master >= 0 && ::grantpt(master) == 0 && ::unlockpt(master) == 0);
+    const QString device = QString::fromLatin1(::ptsname(master));
+    for (const QStringList &mode : {QStringList{"--pty"}, QStringList{"--device", device}}) {
+        QProcess sim;
+        sim.start(kProgram, kScenario + mode);
+        int fd = master;
+        if (mode.size() == 1) {
+            ASSERT_TRUE(sim.waitForReadyRead(10000));
+            fd = ::open(sim.readLine().trimmed().constData(), O_RDONLY | O_NOCTTY | O_NONBLOCK);
+            ASSERT_GE(fd, 0);
+        }
+        const QByteArray received = readFrom(fd, expected.size());
+        if (fd != master)
+            ::close(fd);
+        EXPECT_TRUE(sim.waitForFinished(10000));
+        EXPECT_EQ(sim.exitCode(), 0) << sim.readAllStandardError().toStdString();
+        EXPECT_TRUE(received == expected)
+            << mode.first().toStdString() << ": " << received.size() << " of " << expected.size();
+    }
+    const int slave = ::open(device.toLatin1().constData(), O_RDWR | O_NOCTTY);
+    termios mode{};
+    ASSERT_EQ(::tcgetattr(slave, &mode), 0);
+    EXPECT_EQ(::cfgetospeed(&mode), speed_t(B9600));
+    EXPECT_EQ(mode.c_cflag & CSIZE, tcflag_t(CS8));
+    EXPECT_EQ(mode.c_cflag & (PARENB | CSTOPB | CRTSCTS), tcflag_t(0));
+    EXPECT_EQ(mode.c_iflag & (IXON | IXOFF | ICRNL), tcflag_t(0));
+    EXPECT_EQ(mode.c_oflag & OPOST, tcflag_t(0));
+    ::close(slave);
+    ::close(master);
 }
 
 TEST_P(Mistake, EndsWithAReasonAndNoBytes)
