@@ -20,6 +20,7 @@
 #include <algorithm>
 #include <bit>
 #include <gtest/gtest.h>
+#include <limits>
 
 namespace {
 
@@ -38,34 +39,16 @@ struct Mark
 {
     QString label;
     qint64 pair;
+    bool operator==(const Mark &) const = default;
 };
 
-/// A method text reaching the recorder chart, seen from outside between decoding passes.
-struct MethodArrival
-{
-    bool awaited;
-    qint64 msAfterRunEnd;
-    bool waitOver;
-};
-
-/// A chart read back from its file, each sample named by the simulator's pair whose bytes it
-/// carries bit for bit (-1 when none does).
+/// A chart read back from its file: each sample named by the simulator's pair whose bytes it
+/// carries bit for bit (-1 when none does), and its marks and method texts on those pairs.
 struct ChartOnPairs
 {
-    RunData run;
     QList<qint64> pairs;
-
-    [[nodiscard]] qint64 pairAt(float minutes) const
-    {
-        return pairs.value(qRound64(double(minutes) * kSamplesPerMinute), -1);
-    }
-    [[nodiscard]] QList<Mark> marks() const
-    {
-        QList<Mark> marks;
-        for (const EventMark &mark : run.annotations.eventMarks())
-            marks.append({mark.label, pairAt(mark.time)});
-        return marks;
-    }
+    QList<Mark> marks;
+    QStringList methods;
 };
 
 /// What the window made of a whole scenario, and the blocks of the bytes it took.
@@ -74,49 +57,59 @@ struct Recorded
     QList<ManifestBlock> blocks;
     ChartOnPairs recorder;
     ChartOnPairs log;
-    qint32 logSampleCount = 0;
     float logTime = 0.0f;
-    QList<MethodArrival> methodArrivals;
+    /// For each method text reaching the recorder chart: ms from its run's end, -1 when it
+    /// came outside the wait that follows a run or did not end it.
+    QList<qint64> methodWaits;
     /// Titles of modal dialogs that came up; the link must never be lost here.
     QStringList dialogs;
 };
 
-QByteArray wireBytes(float uv, float conductivity)
+quint64 pairKey(quint32 uvBits, quint32 conductivityBits)
 {
-    QByteArray bytes(8, 0);
-    qToBigEndian(std::bit_cast<quint32>(uv), bytes.data());
-    qToBigEndian(std::bit_cast<quint32>(conductivity), bytes.data() + 4);
-    return bytes;
+    return quint64(uvBits) << 32 | conductivityBits;
 }
 
-/// The stream's pairs by the bytes of their two samples; the scenario never repeats a pair.
-QHash<QByteArray, qint64> pairsByBytes(const QList<ManifestBlock> &blocks)
+/// The stream's pairs by the bits of their two samples; the scenario never repeats a pair.
+QHash<quint64, qint64> pairsByBits(const QList<ManifestBlock> &blocks)
 {
-    QHash<QByteArray, qint64> pairs;
-    QByteArray uv;
+    QHash<quint64, qint64> pairs;
+    quint32 uv = 0;
     for (const ManifestBlock &block : blocks) {
-        if (block.type == 'U' || block.type == 'V')
-            uv = block.bytes.mid(2);
-        else if (block.type == 'C')
-            pairs.insert(uv + block.bytes.mid(2), block.pair);
+        if (!QByteArrayLiteral("UVC").contains(block.type.toLatin1()))
+            continue;
+        const quint32 bits = qFromBigEndian<quint32>(block.bytes.constData() + 2);
+        if (block.type == 'C')
+            pairs.insert(pairKey(uv, bits), block.pair);
+        else
+            uv = bits;
     }
     return pairs;
 }
 
-bool readBack(Quillchart &chart, const QHash<QByteArray, qint64> &pairs, ChartOnPairs &out)
+bool readBack(Quillchart &chart, const QHash<quint64, qint64> &pairs, ChartOnPairs &out)
 {
     const QTemporaryDir dir;
     QFile file(dir.filePath(QStringLiteral("chart.chd")));
     if (!chart.SaveDataFile(file.fileName()) || !file.open(QIODevice::ReadOnly))
         return false;
-    std::optional<RunData> run = RunFileCodec::decode(file.readAll(), RunFileCodec::Kind::Data);
+    const std::optional<RunData> run =
+        RunFileCodec::decode(file.readAll(), RunFileCodec::Kind::Data);
     if (!run)
         return false;
-    out.run = std::move(*run);
-    for (qint64 i = 0; i < out.run.store.count(); ++i) {
-        const SamplePair &sample = out.run.store.at(i);
-        out.pairs.append(pairs.value(wireBytes(sample.uv, sample.conductivity), -1));
+    for (qint64 i = 0; i < run->store.count(); ++i) {
+        const SamplePair &sample = run->store.at(i);
+        out.pairs.append(pairs.value(
+            pairKey(std::bit_cast<quint32>(sample.uv), std::bit_cast<quint32>(sample.conductivity)),
+            -1));
     }
+    const auto pairAt = [&](float minutes) {
+        return out.pairs.value(qRound64(double(minutes) * kSamplesPerMinute), -1);
+    };
+    for (const EventMark &mark : run->annotations.eventMarks())
+        out.marks.append({mark.label, pairAt(mark.time)});
+    for (const MethodText &text : run->annotations.methodTexts())
+        out.methods << QString::number(pairAt(text.time)) + ": " + text.text.section("\r\n", 1);
     return true;
 }
 
@@ -148,9 +141,8 @@ void recordScenario(const QString &kind, Recorded &out)
             sinceRunEnd.start();
         const qsizetype chars = window.Chart[0]->GetMethodText().size();
         if (chars != methodChars) {
-            out.methodArrivals.append(
-                {waiting, waiting ? sinceRunEnd.elapsed() : -1,
-                 !nowWaiting && !window.intake.TimerStopWaitForMethod().isActive()});
+            const bool ended = !nowWaiting && !window.intake.TimerStopWaitForMethod().isActive();
+            out.methodWaits.append(waiting && ended ? sinceRunEnd.elapsed() : -1);
             methodChars = chars;
         }
         waiting = nowWaiting;
@@ -170,42 +162,55 @@ void recordScenario(const QString &kind, Recorded &out)
     ASSERT_FALSE(out.blocks.isEmpty());
     const qint64 taken = out.blocks.last().end() - left;
     out.blocks.removeIf([&](const ManifestBlock &block) { return block.end() > taken; });
-    out.logSampleCount = window.intake.LogSampleCount();
     out.logTime = window.intake.LogTime();
-    const QHash<QByteArray, qint64> pairs = pairsByBytes(out.blocks);
+    const QHash<quint64, qint64> pairs = pairsByBits(out.blocks);
     ASSERT_TRUE(readBack(*window.Chart[0], pairs, out.recorder) &&
                 readBack(*window.Chart[5], pairs, out.log));
 }
 
-/// The marks the stream announces, in order, each on the pair its block precedes. What the
-/// recorder reads from the UV letters (the end after an "E" 3, the pause of an instrument that
-/// sends no status blocks) stands one pair later. Two announcements of one mark on one pair
-/// (a hold by "R" 3 and "H" 1, its end by "H" 2 and "R" 1) make one mark.
-QList<Mark> announcedMarks(const QList<ManifestBlock> &blocks)
+/// What the manifest says the charts hold: the pairs of the log and of the recorder, and the
+/// marks the stream announces.
+struct Expected
+{
+    QList<Mark> marks;
+    QList<qint64> logged;
+    QList<qint64> recorded;
+};
+
+/// Each mark stands on the pair its block precedes. What the recorder reads from the UV letters
+/// (the end after an "E" 3, the pause of an instrument that sends no status blocks) stands one
+/// pair later. Two announcements of one mark on one pair (a hold by "R" 3 and "H" 1, its end by
+/// "H" 2 and "R" 1) make one mark. The log takes every pair but those after a pause mark's pair
+/// up to the instrument's next running ("V") pair; the recorder those from each "S" to its "E".
+Expected expectedFrom(const QList<ManifestBlock> &blocks)
 {
     const bool statusBlocks = std::any_of(blocks.begin(), blocks.end(),
                                           [](const ManifestBlock &b) { return b.type == 'R'; });
-    QList<Mark> marks;
+    Expected out;
     int number = 0;
     bool running = false;
     bool paused = false;
+    bool logPaused = false;
+    qint64 runFrom = std::numeric_limits<qint64>::max();
+    qint64 runTo = runFrom;
     const auto mark = [&](const QString &label, qint64 pair) {
-        if (marks.isEmpty() || marks.last().label != label || marks.last().pair != pair)
-            marks.append({label, pair});
+        if (out.marks.isEmpty() || out.marks.last() != Mark{label, pair})
+            out.marks.append({label, pair});
     };
     for (const ManifestBlock &block : blocks) {
         const QString name = block.type + QString::number(block.value);
         if ((name == "R1" && !running) || name == "E4") {
             running = true;
             number = 0;
-            mark("S", block.pair);
+            mark("S", runFrom = block.pair);
+            runTo = std::numeric_limits<qint64>::max();
         } else if (name == "R1") {
             if (!paused)
                 mark("C", block.pair);
             paused = false;
         } else if (name == "R0" || name == "E3") {
             running = false;
-            mark("E", block.pair + (name == "E3"));
+            mark("E", runTo = block.pair + (name == "E3"));
         } else if (name == "E2") {
             mark(QString::number(++number), block.pair);
         } else if (name == "E8") {
@@ -218,44 +223,16 @@ QList<Mark> announcedMarks(const QList<ManifestBlock> &blocks)
         } else if (!statusBlocks && block.type == 'V') {
             paused = false;
         }
-    }
-    return marks;
-}
-
-/// Every pair of the stream but those a pause leaves out: after a pause mark's pair, up to
-/// the instrument's next running ("V") pair.
-QList<qint64> pairsOutsidePauses(const QList<ManifestBlock> &blocks, const QList<Mark> &marks)
-{
-    QList<qint64> pairs;
-    bool paused = false;
-    for (const ManifestBlock &block : blocks) {
-        paused = paused && block.type != 'V';
+        logPaused = logPaused && block.type != 'V';
         if (block.type != 'C')
             continue;
-        if (!paused)
-            pairs << block.pair;
-        paused = paused || std::any_of(marks.begin(), marks.end(), [&](const Mark &m) {
-                     return m.label == "P" && m.pair == block.pair;
-                 });
+        if (!logPaused)
+            out.logged << block.pair;
+        if (!logPaused && block.pair >= runFrom && block.pair <= runTo)
+            out.recorded << block.pair;
+        logPaused = logPaused || out.marks.contains(Mark{"P", block.pair});
     }
-    return pairs;
-}
-
-/// The logged pairs from each "S" of the recorder chart to its "E".
-QList<qint64> pairsOfRuns(const QList<qint64> &logged, const QList<Mark> &marks)
-{
-    QList<qint64> pairs;
-    qint64 start = -1;
-    for (const Mark &mark : marks) {
-        if (mark.label == "S")
-            start = mark.pair;
-        if (mark.label != "E" || start < 0)
-            continue;
-        std::copy_if(logged.begin(), logged.end(), std::back_inserter(pairs),
-                     [&](qint64 pair) { return pair >= start && pair <= mark.pair; });
-        start = -1;
-    }
-    return pairs;
+    return out;
 }
 
 QString describe(const QList<Mark> &marks)
@@ -277,52 +254,42 @@ TEST_P(RecorderRun, ChartsHoldWhatTheManifestSays)
     Recorded recorded;
     ASSERT_NO_FATAL_FAILURE(recordScenario(QString::fromLatin1(GetParam()), recorded));
     EXPECT_TRUE(recorded.dialogs.isEmpty()) << recorded.dialogs.join(", ").toStdString();
-    const QList<Mark> announced = announcedMarks(recorded.blocks);
-    const QString labels = describe(announced);
+    const Expected expected = expectedFrom(recorded.blocks);
+    const QString labels = describe(expected.marks);
     for (const char *label : {"S@", "1@", "2@", "P@", "H@", "C@", "M@", "E@"})
         ASSERT_EQ(labels.count(label), 2) << label << " is not compared in both runs";
 
-    const QList<Mark> marks = recorded.recorder.marks();
-    EXPECT_EQ(describe(marks).toStdString(), labels.toStdString())
+    EXPECT_EQ(describe(recorded.recorder.marks).toStdString(), labels.toStdString())
         << "one mark per announced event, on its pair";
     const QList<qint64> &logged = recorded.log.pairs;
-    EXPECT_EQ(logged, pairsOutsidePauses(recorded.blocks, announced))
-        << "the log takes every pair bit for bit but those of a pause";
+    EXPECT_EQ(logged, expected.logged) << "the log takes every pair bit for bit but a pause's";
     QList<Mark> logMarks;
-    for (const Mark &mark : announced)
+    for (const Mark &mark : expected.marks)
         logMarks.append({mark.label, logged.value(logged.indexOf(mark.pair) - 1, -1)});
-    EXPECT_EQ(describe(recorded.log.marks()).toStdString(), describe(logMarks).toStdString())
+    EXPECT_EQ(describe(recorded.log.marks).toStdString(), describe(logMarks).toStdString())
         << "the log draws each mark at the time of the pair before";
-    EXPECT_EQ(recorded.logSampleCount, logged.size());
     EXPECT_NEAR(recorded.logTime, double(logged.size() - 1) / kSamplesPerMinute, 1e-5)
         << "the log's clock runs on from run to run";
-    EXPECT_EQ(recorded.recorder.pairs, pairsOfRuns(logged, marks))
-        << "the recorder takes the logged pairs from each start to its end";
+    EXPECT_EQ(recorded.recorder.pairs, expected.recorded)
+        << "the recorder takes the pairs from each start to its end";
 
     // Each run's method text after a date line, on the run's last sample; and on the log.
+    QStringList ends;
+    for (const Mark &mark : expected.marks) {
+        if (mark.label == "E")
+            ends << QString::number(mark.pair) + ": ";
+    }
     QStringList sent;
-    auto method = recorded.blocks.cbegin();
-    for (const Mark &mark : announced) {
-        if (mark.label != "E")
-            continue;
-        method = std::find_if(method, recorded.blocks.cend(),
-                              [](const ManifestBlock &b) { return b.type == 'M'; });
-        if (method != recorded.blocks.cend())
-            sent << QString::number(mark.pair) + ": " + (method++)->text + "\r\n";
+    for (const ManifestBlock &block : recorded.blocks) {
+        if (block.type == 'M')
+            sent << ends.value(sent.size()) + block.text + "\r\n";
     }
     ASSERT_EQ(sent.size(), 2) << "each run's method text comes before the stream ends";
-    QStringList got;
-    for (const MethodText &text : recorded.recorder.run.annotations.methodTexts())
-        got << QString::number(recorded.recorder.pairAt(text.time)) + ": " +
-                   text.text.section("\r\n", 1);
-    EXPECT_EQ(got.join("|").toStdString(), sent.join("|").toStdString());
-    EXPECT_EQ(qsizetype(recorded.log.run.annotations.methodTexts().size()), sent.size());
-    ASSERT_EQ(recorded.methodArrivals.size(), sent.size());
-    for (const MethodArrival &arrival : recorded.methodArrivals) {
-        EXPECT_TRUE(arrival.awaited) << "the method text came outside the wait after a run";
-        EXPECT_LT(arrival.msAfterRunEnd, kMethodWaitMs);
-        EXPECT_TRUE(arrival.waitOver) << "the method text did not end the wait";
-    }
+    EXPECT_EQ(recorded.recorder.methods.join("|").toStdString(), sent.join("|").toStdString());
+    EXPECT_EQ(recorded.log.methods.size(), sent.size());
+    EXPECT_EQ(recorded.methodWaits.size(), sent.size());
+    for (const qint64 ms : recorded.methodWaits)
+        EXPECT_TRUE(ms >= 0 && ms < kMethodWaitMs) << "a method text outside its wait: " << ms;
 }
 
 INSTANTIATE_TEST_SUITE_P(BothKinds, RecorderRun, ::testing::Values("status", "letters"),

@@ -28,14 +28,9 @@ RunningProgram::~RunningProgram()
     m_process.waitForFinished(5000);
 }
 
-QString RunningProgram::dataPath() const
-{
-    return m_home.path() + "/data/Ostrel MS";
-}
-
 QString RunningProgram::errorLog() const
 {
-    QFile log(dataPath() + "/ChartErr.log");
+    QFile log(m_home.path() + "/data/Ostrel MS/ChartErr.log");
     if (!log.open(QIODevice::ReadOnly))
         return {};
     return QString::fromLocal8Bit(log.readAll());

@@ -22,7 +22,6 @@ public:
     [[nodiscard]] bool holdsPort(const QString &device) const;
     /// ChartErr.log of this copy, "" while it does not exist.
     [[nodiscard]] QString errorLog() const;
-    [[nodiscard]] QString dataPath() const;
 
 private:
     QTemporaryDir m_home;
