@@ -405,7 +405,7 @@ void Quillchart::PrintChart(bool PrintChromatogram, bool PrintMethod, bool Print
     options.chromatogram = PrintChromatogram;
     options.method = PrintMethod;
     options.notes = PrintNotes;
-    options.content.marks = (TraceFlags & 1) != 0;
+    options.content.eventMarks = (TraceFlags & 1) != 0;
     options.content.conductivity = (TraceFlags & 2) != 0;
     options.content.uv = (TraceFlags & 4) != 0;
     const PrintLayout layout(*m_renderer, *m_annotations, m_axes, m_title, font());
