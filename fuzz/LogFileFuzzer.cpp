@@ -1,9 +1,11 @@
 // libFuzzer target for the running log reader: the input becomes a log directory of one or two
 // data files (a little-endian length in the first four bytes says where the second begins; 0
-// for one file), which must read as good, missing or damaged, never crash or run away.
+// for one file), which must read as good, missing or damaged, never crash or run away; a log
+// read as good saves as a log file that reads back as the same run.
 #include "chart/LogFormat.h"
 #include "chart/LogReader.h"
 #include "chart/RunData.h"
+#include "chart/RunFileCodec.h"
 
 #include <QDir>
 #include <QFile>
@@ -21,6 +23,19 @@ void writeFile(const QString &fileName, QByteArrayView bytes)
     QFile file(fileName);
     if (!file.open(QIODevice::WriteOnly) || file.write(bytes.data(), bytes.size()) != bytes.size())
         std::abort();
+}
+
+QByteArray encoded(const RunData &run)
+{
+    const RunFileCodec::Source source{run.store,
+                                      0,
+                                      run.store.count(),
+                                      run.annotations.eventMarks(),
+                                      run.annotations.methodTexts(),
+                                      run.annotations.notes(),
+                                      run.axes,
+                                      run.title};
+    return RunFileCodec::encode(source, RunFileCodec::Kind::Log);
 }
 
 } // namespace
@@ -41,7 +56,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     else
         QFile::remove(dir.filePath(LogFormat::fileName(2)));
     RunData run;
-    (void)LogReader::read(directory.path(), run);
+    const LogReader::Status status = LogReader::read(directory.path(), run);
     (void)LogReader::hasLog(directory.path());
+    if (status == LogReader::Status::Good) {
+        const QByteArray saved = encoded(run);
+        const auto again = RunFileCodec::decode(saved, RunFileCodec::Kind::Log);
+        if (!again || encoded(*again) != saved)
+            std::abort();
+    }
     return 0;
 }

@@ -1,5 +1,6 @@
 #include "chart/AxisTicks.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace AxisTicks {
@@ -29,6 +30,16 @@ std::vector<double> ticks(double min, double max, double step)
     for (double k = first; k <= last; ++k)
         result.push_back(k * step == 0 ? 0.0 : k * step);
     return result;
+}
+
+int decimalsFor(double step, int fewest)
+{
+    if (!(step > 0) || !std::isfinite(step))
+        return fewest;
+    // A round step is 1, 2 or 5 times a power of ten, and that power says the last digit that
+    // changes from one tick to the next.
+    const int needed = -int(std::floor(std::log10(step) + 1e-9));
+    return std::max(fewest, needed);
 }
 
 } // namespace AxisTicks

@@ -8,4 +8,7 @@ namespace AxisTicks {
 [[nodiscard]] double roundStep(double span, int maxCount);
 /// The multiples of `step` from `min` to `max`, both ends included.
 [[nodiscard]] std::vector<double> ticks(double min, double max, double step);
+/// The decimals that tell ticks a round `step` apart from one another, and never fewer than
+/// `fewest`.
+[[nodiscard]] int decimalsFor(double step, int fewest);
 } // namespace AxisTicks

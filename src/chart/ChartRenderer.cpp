@@ -116,8 +116,16 @@ std::optional<MarkPlace> placeMark(const PlotGeometry &geometry, const EventMark
     return MarkPlace{x, tip, box};
 }
 
-QRect paintMark(QPainter &painter, const PlotGeometry &geometry, const EventMark &mark,
-                const MarkPlace &place)
+// Everything a mark paints: its line, the dotted tie to a label pushed away, and the label.
+QRect extentOf(const PlotGeometry &geometry, const EventMark &mark, const MarkPlace &place)
+{
+    const int base = mark.height >= 0 ? geometry.plot().bottom() : geometry.plot().top();
+    return place.label.united(QRect(QPoint(place.x, std::min(base, place.tip)),
+                                    QPoint(place.x, std::max(base, place.tip))));
+}
+
+void paintMark(QPainter &painter, const PlotGeometry &geometry, const EventMark &mark,
+               const MarkPlace &place)
 {
     const QRect &plot = geometry.plot();
     const bool up = mark.height >= 0;
@@ -134,21 +142,17 @@ QRect paintMark(QPainter &painter, const PlotGeometry &geometry, const EventMark
     painter.fillRect(place.label, color);
     painter.setPen(qGray(color.rgb()) < 128 ? Qt::white : ChartPalette::kText);
     painter.drawText(place.label, Qt::AlignCenter, mark.label);
-    return place.label.united(QRect(place.x, plot.top(), 1, plot.height()));
 }
 
-QRect paintMethodMark(QPainter &painter, const PlotGeometry &geometry, float time, int size)
+// The triangle at the top of the plot where a method text starts; empty outside the plot.
+QPolygon methodMark(const PlotGeometry &geometry, float time, int size)
 {
     const QRect &plot = geometry.plot();
     const int x = geometry.columnOf(time);
     if (x < plot.left() || x > plot.right())
         return {};
-    const QPolygon triangle{
+    return QPolygon{
         QList<QPoint>{{x - size, plot.top()}, {x + size, plot.top()}, {x, plot.top() + size}}};
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(ChartPalette::kMethod);
-    painter.drawPolygon(triangle);
-    return triangle.boundingRect();
 }
 
 } // namespace
@@ -167,8 +171,8 @@ PlotGeometry ChartRenderer::paint(QPainter &painter, const QRectF &rect, const C
     const ChartFrame frame(device.map(rect), axes, font, device.unit(), painter.device());
     frame.paintBackground(painter);
     TracePainter(m_store, frame.geometry(), content).paint(painter, 0, m_store.count() - 1);
-    if (content.marks)
-        paintAnnotations(painter, frame.geometry(), 0, 0, font, device.unit());
+    paintAnnotations(painter, frame.geometry(), {0, 0, QRect(), content.eventMarks}, font,
+                     device.unit());
     frame.paintAxes(painter, title);
     return frame.geometry();
 }
@@ -178,40 +182,66 @@ QRect ChartRenderer::paintAdded(QPainter &painter, const PlotGeometry &geometry,
                                 const QFont &font) const
 {
     const DevicePixels device(painter);
-    QRect touched =
+    const QRect traces =
         TracePainter(m_store, geometry).paint(painter, firstSample, m_store.count() - 1);
-    return touched.united(paintAnnotations(painter, geometry, firstMark, firstMethodText,
-                                           device.font(font), device.unit()));
+    return traces.united(paintAnnotations(painter, geometry,
+                                          {firstMark, firstMethodText, traces, true},
+                                          device.font(font), device.unit()));
 }
 
 QRect ChartRenderer::paintAnnotations(QPainter &painter, const PlotGeometry &geometry,
-                                      std::size_t firstMark, std::size_t firstMethodText,
-                                      const QFont &font, qreal unit) const
+                                      const Added &added, const QFont &font, qreal unit) const
 {
-    const auto &marks = m_annotations.eventMarks();
-    const auto &methodTexts = m_annotations.methodTexts();
-    if (!geometry.isValid() || (firstMark >= marks.size() && firstMethodText >= methodTexts.size()))
+    if (!geometry.isValid())
         return {};
+    const QRect &plot = geometry.plot();
     painter.save();
-    painter.setClipRect(geometry.plot());
+    painter.setClipRect(plot);
     painter.setRenderHint(QPainter::Antialiasing, false);
+    // Marks stand over the traces and method marks: where new ones were painted, the old marks
+    // there are painted again, in their order, so that a live chart looks as after a redraw.
+    QRegion overdrawn(added.traces & plot);
+    const auto paintClipped = [&](const QRegion &region, auto paint) {
+        painter.setClipRegion(region & plot);
+        paint();
+        painter.setClipRect(plot);
+    };
     QRect touched;
     const int methodSize = std::max(1, int(std::lround(kMethodMarkSize * unit)));
-    for (std::size_t i = firstMethodText; i < methodTexts.size(); ++i)
-        touched |= paintMethodMark(painter, geometry, methodTexts[i].time, methodSize);
-    painter.setFont(font);
-    const QFontMetrics metrics(font, painter.device());
-    const int padding = std::max(1, int(std::lround(kMarkLabelPadding * unit)));
-    // Earlier labels are placed again, not drawn, so that a new one knows where they stand.
-    std::vector<QRect> placed;
-    for (std::size_t i = 0; i < marks.size(); ++i) {
-        const auto place = placeMark(geometry, marks[i], metrics, padding, placed);
-        if (!place)
-            continue;
-        placed.push_back(place->label);
-        if (i >= firstMark)
-            touched |= paintMark(painter, geometry, marks[i], *place);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(ChartPalette::kMethod);
+    const auto &methodTexts = m_annotations.methodTexts();
+    for (std::size_t i = 0; i < methodTexts.size(); ++i) {
+        const QPolygon triangle = methodMark(geometry, methodTexts[i].time, methodSize);
+        if (i >= added.firstMethodText) {
+            painter.drawPolygon(triangle);
+            touched |= triangle.boundingRect();
+        } else if (triangle.boundingRect().intersects(added.traces)) {
+            paintClipped(added.traces, [&] { painter.drawPolygon(triangle); });
+        }
+    }
+    overdrawn += touched & plot;
+    if (added.eventMarks) {
+        painter.setFont(font);
+        const QFontMetrics metrics(font, painter.device());
+        const int padding = std::max(1, int(std::lround(kMarkLabelPadding * unit)));
+        const auto &marks = m_annotations.eventMarks();
+        // Earlier labels are placed again, not drawn, so that a new one knows where they stand.
+        std::vector<QRect> placed;
+        for (std::size_t i = 0; i < marks.size(); ++i) {
+            const auto place = placeMark(geometry, marks[i], metrics, padding, placed);
+            if (!place)
+                continue;
+            placed.push_back(place->label);
+            const QRect extent = extentOf(geometry, marks[i], *place);
+            if (i >= added.firstMark) {
+                paintMark(painter, geometry, marks[i], *place);
+                touched |= extent;
+            } else if (overdrawn.intersects(extent)) {
+                paintClipped(overdrawn, [&] { paintMark(painter, geometry, marks[i], *place); });
+            }
+        }
     }
     painter.restore();
-    return touched & geometry.plot();
+    return touched & plot;
 }

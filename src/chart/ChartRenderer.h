@@ -4,6 +4,7 @@
 #include "chart/PlotGeometry.h"
 
 #include <QFont>
+#include <QRect>
 #include <QString>
 #include <QtGlobal>
 
@@ -37,8 +38,18 @@ public:
                      std::size_t firstMark, std::size_t firstMethodText, const QFont &font) const;
 
 private:
-    QRect paintAnnotations(QPainter &painter, const PlotGeometry &geometry, std::size_t firstMark,
-                           std::size_t firstMethodText, const QFont &font, qreal unit) const;
+    /// What a paint adds to a chart already painted: the marks and method texts from these
+    /// positions on, over the traces just painted in `traces`.
+    struct Added
+    {
+        std::size_t firstMark;
+        std::size_t firstMethodText;
+        QRect traces;
+        bool eventMarks;
+    };
+
+    QRect paintAnnotations(QPainter &painter, const PlotGeometry &geometry, const Added &added,
+                           const QFont &font, qreal unit) const;
 
     const SampleStore &m_store;
     const ChartAnnotations &m_annotations;

@@ -3,14 +3,15 @@
 #include "chart/ByteReader.h"
 #include "chart/Crc.h"
 #include "chart/LogFormat.h"
+#include "chart/RegularFile.h"
 #include "chart/RunData.h"
 #include "chart/RunFileCodec.h"
 
 #include <QDir>
-#include <QFile>
 
 #include <cstring>
 #include <map>
+#include <new>
 
 namespace {
 
@@ -56,6 +57,12 @@ bool anyRecordFrom(QByteArrayView bytes, qsizetype from)
     return false;
 }
 
+std::optional<QByteArray> contentOf(const QString &fileName)
+{
+    RegularFile file(fileName);
+    return file.readRest();
+}
+
 bool readPayload(QByteArrayView payload, RunData &run)
 {
     ByteReader in(payload);
@@ -75,16 +82,26 @@ bool LogReader::hasLog(const QString &directory)
     const auto files = logFiles(dir);
     if (directory.isEmpty() || !files || files->empty())
         return false;
-    QFile file(files->begin()->second);
-    if (!file.open(QIODevice::ReadOnly))
+    try {
+        const auto bytes = contentOf(files->begin()->second);
+        quint32 sequence = 0;
+        return bytes && LogFormat::isHeader(*bytes, 1) &&
+               frameAt(*bytes, LogFormat::kHeaderSize, sequence) && sequence == 1;
+    } catch (const std::bad_alloc &) {
         return false;
-    const QByteArray bytes = file.readAll();
-    quint32 sequence = 0;
-    return LogFormat::isHeader(bytes, 1) && frameAt(bytes, LogFormat::kHeaderSize, sequence) &&
-           sequence == 1;
+    }
 }
 
 LogReader::Status LogReader::read(const QString &directory, RunData &run)
+{
+    try {
+        return readFiles(directory, run);
+    } catch (const std::bad_alloc &) {
+        return Status::OutOfMemory;
+    }
+}
+
+LogReader::Status LogReader::readFiles(const QString &directory, RunData &run)
 {
     const QDir dir(LogFormat::cleanDirectory(directory));
     const auto files = logFiles(dir);
@@ -95,10 +112,10 @@ LogReader::Status LogReader::read(const QString &directory, RunData &run)
     quint32 expected = 1;
     for (const auto &[index, path] : *files) {
         const bool last = index == files->size();
-        QFile file(path);
-        if (!file.open(QIODevice::ReadOnly))
+        const auto content = contentOf(path);
+        if (!content)
             return Status::Damaged;
-        const QByteArray bytes = file.readAll();
+        const QByteArray &bytes = *content;
         if (!LogFormat::isHeader(bytes, index)) {
             if (last && !anyRecordFrom(bytes, 0))
                 break;

@@ -13,10 +13,13 @@ struct RunData;
 class LogReader
 {
 public:
-    enum class Status { Good, NoLog, Damaged };
+    enum class Status { Good, NoLog, Damaged, OutOfMemory };
 
     /// True when `directory` holds a log whose first record is whole: cheap, reads one record.
     [[nodiscard]] static bool hasLog(const QString &directory);
     /// Appends the logged run to `run`, which must be empty.
     [[nodiscard]] static Status read(const QString &directory, RunData &run);
+
+private:
+    [[nodiscard]] static Status readFiles(const QString &directory, RunData &run);
 };

@@ -6,7 +6,8 @@ struct PlotContent
 {
     bool uv = true;
     bool conductivity = true;
-    bool marks = true;
+    /// Event marks; the marks of method texts belong to the chromatogram and always show.
+    bool eventMarks = true;
     /// Width of a trace in the device's pixels.
     int traceWidth = 1;
 };

@@ -14,8 +14,9 @@ class QPagedPaintDevice;
 ///
 /// The first page carries the title and, when chosen, the chromatogram over the upper part of
 /// the page, drawn by the same renderer as the screen with the chosen traces at a width that
-/// shows on paper. Method texts and notes follow as text, line by line, onto as many pages as
-/// they need; every page is numbered.
+/// shows on paper. Method texts and notes follow as text onto as many pages as they need,
+/// wrapped at the page's width, a word longer than a line broken over lines: every word of the
+/// title, the method and the notes is printed. Every page is numbered.
 class PrintLayout
 {
 public:

@@ -10,11 +10,11 @@
 #include "chart/PrintLayout.h"
 #include "chart/RunData.h"
 #include "chart/RunFileCodec.h"
+#include "chart/RunFileReader.h"
 #include "chart/SampleStore.h"
 #include "chart/TextExport.h"
 #include "runtime/RuntimeError.h"
 
-#include <QFile>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
@@ -277,21 +277,22 @@ void Quillchart::leaveZoom()
 
 bool Quillchart::LoadDataFile(const QString &FileName)
 {
-    QFile file(FileName);
-    std::optional<RunData> run;
-    if (file.open(QIODevice::ReadOnly))
-        run = RunFileCodec::decode(file.readAll(), RunFileCodec::kindOfName(FileName));
-    if (!run) {
-        emit ChartError(m_index, kFileOpenError);
-        return false;
-    }
-    *m_store = std::move(run->store);
-    *m_annotations = std::move(run->annotations);
-    m_axes = run->axes;
-    m_title = run->title;
+    // The old run goes first: a failed load leaves the chart empty, so that no tab can show or
+    // save it under the name of the file that did not load, and the two never take up memory
+    // together.
+    ClearData();
     m_axesBeforeZoom.reset();
+    std::optional<RunData> run = RunFileReader::read(FileName);
+    if (run) {
+        *m_store = std::move(run->store);
+        *m_annotations = std::move(run->annotations);
+        m_axes = run->axes;
+        m_title = run->title;
+    }
     Redraw();
-    return true;
+    if (!run)
+        emit ChartError(m_index, kFileOpenError);
+    return run.has_value();
 }
 
 bool Quillchart::SaveDataFile(const QString &FileName)
@@ -405,7 +406,7 @@ void Quillchart::PrintChart(bool PrintChromatogram, bool PrintMethod, bool Print
     options.chromatogram = PrintChromatogram;
     options.method = PrintMethod;
     options.notes = PrintNotes;
-    options.content.marks = (TraceFlags & 1) != 0;
+    options.content.eventMarks = (TraceFlags & 1) != 0;
     options.content.conductivity = (TraceFlags & 2) != 0;
     options.content.uv = (TraceFlags & 4) != 0;
     const PrintLayout layout(*m_renderer, *m_annotations, m_axes, m_title, font());
@@ -432,7 +433,10 @@ bool Quillchart::CheckLogFile(const QString &LogDirectory)
 qint16 Quillchart::SaveLogAs(const QString &LogDirectory, qint16, const QString &NewFileName)
 {
     RunData run;
-    if (LogReader::read(LogDirectory, run) != LogReader::Status::Good) {
+    const LogReader::Status status = LogReader::read(LogDirectory, run);
+    if (status == LogReader::Status::OutOfMemory)
+        return outOfMemory();
+    if (status != LogReader::Status::Good) {
         emit ChartError(m_index, kLogCorrupted);
         return kLogCorrupted;
     }

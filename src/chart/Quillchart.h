@@ -44,9 +44,10 @@ public:
     void DrawNewData();
     void Redraw();
 
-    /// Replaces everything the chart holds by the file's run, `.chl` for a name ending in
-    /// "chl", `.chd` otherwise. A file that cannot be read raises ChartError -18, answers
-    /// false and leaves the chart as it was.
+    /// Replaces everything the chart holds by the run in the file, a `.chd` or a `.chl` by its
+    /// bytes whatever its name. A file that cannot be read raises ChartError -18 and answers
+    /// false, leaving the chart empty: no samples, marks, method texts or notes, its title and
+    /// axes untouched for the caller to set.
     bool LoadDataFile(const QString &FileName);
     /// Writes the whole chart as a `.chd`; true once it has reached the disk.
     bool SaveDataFile(const QString &FileName);

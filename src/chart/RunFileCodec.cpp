@@ -5,6 +5,8 @@
 #include "chart/Crc.h"
 #include "chart/RunData.h"
 
+#include <QtEndian>
+
 #include <algorithm>
 #include <cmath>
 #include <cstring>
@@ -15,9 +17,6 @@ namespace {
 // The high byte and the CR LF / ^Z / LF tail catch a file mangled by a text-mode copy.
 constexpr char kDataMagic[8] = {'\x89', 'Q', 'C', 'D', '\r', '\n', '\x1a', '\n'};
 constexpr char kLogMagic[8] = {'\x89', 'Q', 'C', 'L', '\r', '\n', '\x1a', '\n'};
-constexpr qsizetype kHeaderSize = 12;
-// Tag, length and CRC around each payload.
-constexpr qsizetype kChunkOverhead = 12;
 
 constexpr quint32 tag(const char (&name)[5])
 {
@@ -71,9 +70,25 @@ bool readAxes(ByteReader &in, ChartAxes &axes)
 
 } // namespace
 
-RunFileCodec::Kind RunFileCodec::kindOfName(const QString &fileName)
+std::optional<RunFileCodec::Kind> RunFileCodec::kindOf(QByteArrayView header)
 {
-    return fileName.endsWith(QLatin1String("chl"), Qt::CaseInsensitive) ? Kind::Log : Kind::Data;
+    if (header.size() < kHeaderSize)
+        return std::nullopt;
+    Kind kind = Kind::Data;
+    if (std::memcmp(header.data(), kLogMagic, sizeof kLogMagic) == 0)
+        kind = Kind::Log;
+    else if (std::memcmp(header.data(), kDataMagic, sizeof kDataMagic) != 0)
+        return std::nullopt;
+    const auto version = qFromLittleEndian<quint32>(header.data() + sizeof kDataMagic);
+    // Versions only ever add; a file from a newer program is refused rather than half read.
+    if (version < 1 || version > kVersion)
+        return std::nullopt;
+    return kind;
+}
+
+quint64 RunFileCodec::chunkSize(QByteArrayView head)
+{
+    return quint64(kChunkHead) + qFromLittleEndian<quint32>(head.data() + 4) + kChunkTail;
 }
 
 void RunFileCodec::writeSamples(ByteWriter &out, const SampleStore &store, qint64 first, qint64 end)
@@ -170,62 +185,67 @@ QByteArray RunFileCodec::encode(const Source &source, Kind kind)
 
 std::optional<RunData> RunFileCodec::decode(QByteArrayView bytes, Kind kind)
 {
-    if (bytes.size() < kHeaderSize ||
-        std::memcmp(bytes.data(), kind == Kind::Log ? kLogMagic : kDataMagic, 8) != 0)
+    if (kindOf(bytes) != kind)
         return std::nullopt;
-    ByteReader in(bytes.sliced(8));
-    const quint32 version = in.u32();
-    // Versions only ever add; a file from a newer program is refused rather than half read.
-    if (version < 1 || version > kVersion)
-        return std::nullopt;
-
-    std::optional<RunData> run(std::in_place);
-    bool seenAxes = false, seenTitle = false, seenNotes = false, seenMarks = false,
-         seenMethods = false;
-    const auto once = [](bool &seen) { return !std::exchange(seen, true); };
-    while (true) {
-        const qsizetype start = in.position();
-        const quint32 chunkTag = in.u32();
-        const quint32 length = in.u32();
-        const QByteArrayView payload = in.bytes(length);
-        const quint32 crc = in.u32();
-        if (!in.ok() ||
-            crc != crcOf(bytes.sliced(8 + start, kChunkOverhead - 4 + qsizetype(length))))
+    Decoder decoder;
+    for (qsizetype at = kHeaderSize; bytes.size() - at >= kChunkHead;) {
+        const quint64 size = chunkSize(bytes.sliced(at));
+        if (size > quint64(bytes.size() - at))
             return std::nullopt;
-        ByteReader body(payload);
-        bool good = true;
-        switch (chunkTag) {
-        case kAxes:
-            good = once(seenAxes) && readAxes(body, run->axes);
+        switch (decoder.take(bytes.sliced(at, qsizetype(size)))) {
+        case Decoder::Step::More:
+            at += qsizetype(size);
             break;
-        case kTitle:
-            good = once(seenTitle);
-            run->title = body.text();
-            break;
-        case kNotes: {
-            good = once(seenNotes);
-            run->annotations.setNotes(body.text());
-            break;
-        }
-        case kSamples:
-            good = readSamples(body, run->store);
-            break;
-        case kMarks:
-            good = once(seenMarks) && readMarks(body, run->annotations);
-            break;
-        case kMethodTexts:
-            good = once(seenMethods) && readMethodTexts(body, run->annotations);
-            break;
-        case kEnd:
-            if (length == 0 && in.atEnd() && seenAxes)
-                return run;
-            return std::nullopt;
-        default:
-            // A chunk this version does not know is refused: versions add chunk kinds only
-            // together with a new version number.
+        case Decoder::Step::End:
+            if (at + qsizetype(size) != bytes.size())
+                return std::nullopt;
+            return std::move(decoder.run());
+        case Decoder::Step::Bad:
             return std::nullopt;
         }
-        if (!good || !body.ok() || !body.atEnd())
-            return std::nullopt;
     }
+    return std::nullopt;
+}
+
+RunFileCodec::Decoder::Step RunFileCodec::Decoder::take(QByteArrayView chunk)
+{
+    ByteReader in(chunk);
+    const quint32 chunkTag = in.u32();
+    const quint32 length = in.u32();
+    const QByteArrayView payload = in.bytes(length);
+    const quint32 crc = in.u32();
+    if (!in.ok() || !in.atEnd() || crc != crcOf(chunk.first(kChunkHead + qsizetype(length))))
+        return Step::Bad;
+    const auto once = [](bool &seen) { return !std::exchange(seen, true); };
+    ByteReader body(payload);
+    bool good = true;
+    switch (chunkTag) {
+    case kAxes:
+        good = once(m_seenAxes) && readAxes(body, m_run.axes);
+        break;
+    case kTitle:
+        good = once(m_seenTitle);
+        m_run.title = body.text();
+        break;
+    case kNotes:
+        good = once(m_seenNotes);
+        m_run.annotations.setNotes(body.text());
+        break;
+    case kSamples:
+        good = readSamples(body, m_run.store);
+        break;
+    case kMarks:
+        good = once(m_seenMarks) && readMarks(body, m_run.annotations);
+        break;
+    case kMethodTexts:
+        good = once(m_seenMethods) && readMethodTexts(body, m_run.annotations);
+        break;
+    case kEnd:
+        return length == 0 && m_seenAxes ? Step::End : Step::Bad;
+    default:
+        // A chunk this version does not know is refused: versions add chunk kinds only
+        // together with a new version number.
+        return Step::Bad;
+    }
+    return good && body.ok() && body.atEnd() ? Step::More : Step::Bad;
 }

@@ -104,25 +104,36 @@ QRect TracePainter::paintLines(QPainter &painter, qint64 first, qint64 last) con
     first = std::max(first, SampleStore::indexAtOrAfter(m_geometry.timeAt(plot.left())) - 1);
     last = std::min(last, SampleStore::indexAtOrAfter(m_geometry.timeAt(plot.right())));
     first = std::max(first, qint64(0));
-    if (first >= last)
+    if (first > last)
         return {};
 
     std::vector<QLineF> lines;
     lines.reserve(std::size_t(last - first));
+    std::vector<QPointF> points;
     const auto drawTrace = [&](const QColor &color, float SamplePair::*channel, auto rowOf) {
         lines.clear();
-        for (qint64 i = first; i < last; ++i) {
-            const float a = m_store.at(i).*channel;
-            const float b = m_store.at(i + 1).*channel;
-            if (std::isnan(a) || std::isnan(b))
+        points.clear();
+        const auto valid = [&](qint64 i) {
+            return i >= 0 && i < m_store.count() && !std::isnan(m_store.at(i).*channel);
+        };
+        for (qint64 i = first; i <= last; ++i) {
+            if (!valid(i))
                 continue;
-            lines.emplace_back(m_geometry.xOf(SampleStore::timeOf(i)), rowOf(a),
-                               m_geometry.xOf(SampleStore::timeOf(i + 1)), rowOf(b));
+            const QPointF here(m_geometry.xOf(SampleStore::timeOf(i)),
+                               rowOf(m_store.at(i).*channel));
+            if (i < last && valid(i + 1))
+                lines.emplace_back(here, QPointF(m_geometry.xOf(SampleStore::timeOf(i + 1)),
+                                                 rowOf(m_store.at(i + 1).*channel)));
+            // A sample with no neighbour to join, such as the first of a run, is a dot until
+            // one comes.
+            else if (!valid(i - 1) && !valid(i + 1))
+                points.push_back(here);
         }
         QPen pen(color, std::max(1, m_content.traceWidth));
         pen.setCosmetic(true);
         painter.setPen(pen);
         painter.drawLines(lines.data(), int(lines.size()));
+        painter.drawPoints(points.data(), int(points.size()));
     };
     if (m_content.uv)
         drawTrace(ChartPalette::kUv, &SamplePair::uv, [&](float v) { return m_geometry.uvRow(v); });

@@ -135,24 +135,20 @@ TEST(QuillchartDrawing, DrawNewDataChangesOnlyTheColumnsOfTheNewSamples)
     }
 }
 
-TEST(QuillchartDrawing, DrawNewDataAddsTheMarksAndMethodTextsThatCameSince)
+TEST(QuillchartDrawing, LoneSampleAtFineZoomShowsWhenItIsDrawn)
 {
     Quillchart chart;
     chart.resize(kChartSize);
-    for (int i = 0; i < 600; ++i)
-        chart.AddSample(0.3f, 100.0f);
+    chart.setTimeAxisMax(0.2f);
     chart.Redraw();
-    const QImage before = grabChart(chart);
-    chart.AddEventMark(QStringLiteral("7"), 0x00FF00, 30, chart.GetLastTime());
-    chart.AddMethodText(QStringLiteral("Step 1\r\n"), 1.0f);
+    chart.AddSample(1.0f, 250.0f);
     chart.DrawNewData();
-    const QImage after = grabChart(chart);
-
-    const QRect plot = plotArea(after);
-    const int x = columnAt(plot, chart.GetLastTime(), 0, 10);
-    EXPECT_EQ(pixelsOf(after, QColor(0, 255, 0), QRect(x, plot.bottom(), 1, 1)).size(), 1);
-    const std::set<int> changed = changedColumns(before, after);
-    EXPECT_TRUE(changed.contains(columnAt(plot, 1.0, 0, 10)));
+    const QImage image = grabChart(chart);
+    const QRect plot = plotArea(image);
+    const QRect around(plot.left(), rowAt(plot, 1.0, -0.2, 2.0) - 1, 3, 3);
+    EXPECT_FALSE(pixelsOf(image, ChartPalette::kUv, around).isEmpty());
+    chart.Redraw();
+    EXPECT_EQ(grabChart(chart), image);
 }
 
 TEST(QuillchartDrawing, NonFiniteAndOffScaleSamplesDoNotBreakTheTrace)

@@ -2,9 +2,7 @@
 
 #include "chart/Quillchart.h"
 #include "chart/RunData.h"
-#include "chart/RunFileCodec.h"
-
-#include <QFile>
+#include "chart/RunFileReader.h"
 
 #include <bit>
 #include <cmath>
@@ -111,8 +109,5 @@ QString RunContent::differences(const RunData &run, Counts counts)
 
 std::optional<RunData> RunContent::readRunFile(const QString &fileName)
 {
-    QFile file(fileName);
-    if (!file.open(QIODevice::ReadOnly))
-        return std::nullopt;
-    return RunFileCodec::decode(file.readAll(), RunFileCodec::kindOfName(fileName));
+    return RunFileReader::read(fileName);
 }

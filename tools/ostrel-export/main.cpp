@@ -1,17 +1,13 @@
 // ostrel-export: a run file or a log directory as text or JSON, for a lab's data system and for
 // checks without a screen.
+#include "ExportInput.h"
 #include "RunJson.h"
 #include "chart/DurableFile.h"
-#include "chart/Quillchart.h"
-#include "chart/RunData.h"
-#include "chart/RunFileCodec.h"
+#include "chart/SampleStore.h"
 #include "chart/TextExport.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
-#include <QFile>
-#include <QFileInfo>
-#include <QTemporaryDir>
 
 #include <cmath>
 #include <cstdio>
@@ -21,7 +17,9 @@ namespace {
 
 const char *const kExamples = R"(
 Input is a data file (.chd), a log file (.chl) or a log directory, which is read as crash
-recovery reads it. Output goes to OUTPUT, or to standard output when it is missing or "-".
+recovery reads it; the kind of a file is in its bytes, whatever its name. Output goes to
+OUTPUT, or to standard output when it is missing or "-"; it may not be INPUT itself. The range
+lies within the run.
 
 Text export: a header, then tab-separated columns of time (min), UV (AU) and conductivity
 (mS/cm) with event marks on their rows, notes and method text before the data, after it or in
@@ -34,7 +32,8 @@ Examples:
   ostrel-export --json run.chd run.json          complete dump of everything in the file
   ostrel-export --json ~/.local/share/Ostrel\ MS/Log/4711 recovered.json
 
-Exit status: 0 done, 1 input unreadable or damaged, 2 bad options, 3 output not written.
+Exit status: 0 done, 1 input unreadable or damaged or OUTPUT the same file as INPUT, 2 bad
+options or a range outside the run, 3 output not written.
 )";
 
 int fail(int status, const QString &message)
@@ -43,35 +42,19 @@ int fail(int status, const QString &message)
     return status;
 }
 
-/// The run in `input`, read as the recorder reads it; an error message in `error` otherwise.
-std::optional<RunData> readRun(const QString &input, QString &error)
+/// The option's value when it is a finite number.
+std::optional<double> numberOf(const QCommandLineParser &parser, const QCommandLineOption &option)
 {
-    QString fileName = input;
-    QTemporaryDir scratch;
-    if (QFileInfo(input).isDir()) {
-        Quillchart chart;
-        if (!chart.CheckLogFile(input)) {
-            error = QStringLiteral("%1 holds no usable log").arg(input);
-            return std::nullopt;
-        }
-        fileName = scratch.filePath(QStringLiteral("recovered.chl"));
-        if (chart.SaveLogAs(input, 0, fileName) != 0) {
-            error = QStringLiteral("the log in %1 is damaged").arg(input);
-            return std::nullopt;
-        }
-    }
-    QFile file(fileName);
-    if (!file.open(QIODevice::ReadOnly)) {
-        error = QStringLiteral("cannot open %1: %2").arg(input, file.errorString());
-        return std::nullopt;
-    }
-    auto run = RunFileCodec::decode(file.readAll(), RunFileCodec::kindOfName(fileName));
-    if (!run)
-        error = QStringLiteral("%1 is not a readable %2 file")
-                    .arg(input, RunFileCodec::kindOfName(fileName) == RunFileCodec::Kind::Log
-                                    ? QStringLiteral(".chl")
-                                    : QStringLiteral(".chd"));
-    return run;
+    bool ok = false;
+    const double value = parser.value(option).toDouble(&ok);
+    return ok && std::isfinite(value) ? std::optional(value) : std::nullopt;
+}
+
+int refuse(const QCommandLineParser &parser, const QCommandLineOption &option, const QString &why)
+{
+    return fail(
+        2,
+        QStringLiteral("--%1 %2: %3").arg(option.names().constFirst(), parser.value(option), why));
 }
 
 bool writeOutput(const QString &output, const QByteArray &bytes)
@@ -134,27 +117,25 @@ int main(int argc, char **argv)
     const QStringList arguments = parser.positionalArguments();
     if (arguments.isEmpty() || arguments.size() > 2)
         return fail(2, QStringLiteral("give one input and at most one output; see --help"));
+    const QString input = arguments[0];
     const QString output = arguments.value(1);
+    if (ExportInput::isWrittenOver(input, output))
+        return fail(1, QStringLiteral("OUTPUT %1 would write over INPUT %2")
+                           .arg(output.isEmpty() ? QStringLiteral("-") : output, input));
 
-    QString error;
-    const std::optional<RunData> run = readRun(arguments[0], error);
-    if (!run)
-        return fail(1, error);
-    if (parser.isSet(json))
-        return writeOutput(output, RunJson::dump(*run))
-                   ? 0
-                   : fail(3, QStringLiteral("cannot write %1").arg(output));
-
+    const auto timeFrom = numberOf(parser, from);
+    if (!timeFrom || *timeFrom < 0.0)
+        return refuse(parser, from, QStringLiteral("give minutes, 0 or more"));
+    std::optional<double> timeTo;
+    if (parser.isSet(to)) {
+        timeTo = numberOf(parser, to);
+        if (!timeTo || *timeTo < *timeFrom)
+            return refuse(parser, to, QStringLiteral("give minutes, not before --from"));
+    }
+    const auto sampleRate = numberOf(parser, rate);
+    if (!sampleRate || !(*sampleRate > 0.0) || *sampleRate > 5.0)
+        return refuse(parser, rate, QStringLiteral("give points a second, above 0 and up to 5"));
     TextExport::Options options;
-    const double lastTime =
-        run->store.count() > 0 ? SampleStore::timeOf(run->store.count() - 1) : 0.0;
-    bool fromOk = true, toOk = true, rateOk = true;
-    options.timeFrom = parser.value(from).toDouble(&fromOk);
-    options.timeTo = parser.isSet(to) ? parser.value(to).toDouble(&toOk) : lastTime;
-    options.sampleRate = parser.value(rate).toDouble(&rateOk);
-    if (!fromOk || !toOk || !rateOk || !(options.sampleRate > 0.0) || options.sampleRate > 5.0 ||
-        options.timeTo < options.timeFrom)
-        return fail(2, QStringLiteral("range or rate out of bounds; see --help"));
     const QString where = parser.value(position);
     if (where == QLatin1String("before"))
         options.methodPosition = TextExport::MethodPosition::Before;
@@ -164,6 +145,30 @@ int main(int argc, char **argv)
         options.methodPosition = TextExport::MethodPosition::Column;
     else
         return fail(2, QStringLiteral("--method-position is before, after or column"));
+
+    QString error;
+    const std::optional<RunData> run = ExportInput::read(input, error);
+    if (!run)
+        return fail(1, error);
+    if (parser.isSet(json))
+        return writeOutput(output, RunJson::dump(*run))
+                   ? 0
+                   : fail(3, QStringLiteral("cannot write %1").arg(output));
+
+    // Rows stand only where the run has samples. A range end typed a little past the last
+    // sample, within half a sample, means the last sample.
+    const double lastTime =
+        run->store.count() > 0 ? SampleStore::timeOf(run->store.count() - 1) : 0.0;
+    const double slack = 0.5 / SampleStore::kSamplesPerMinute;
+    const QString pastTheEnd =
+        QStringLiteral("past the end of the run at %1 minutes").arg(lastTime, 0, 'f', 4);
+    if (*timeFrom > lastTime + slack)
+        return refuse(parser, from, pastTheEnd);
+    if (timeTo && *timeTo > lastTime + slack)
+        return refuse(parser, to, pastTheEnd);
+    options.timeFrom = *timeFrom;
+    options.timeTo = std::min(timeTo.value_or(lastTime), lastTime);
+    options.sampleRate = *sampleRate;
     options.uv = !parser.isSet(noUv);
     options.conductivity = !parser.isSet(noCond);
     options.events = !parser.isSet(noEvents);

@@ -1,3 +1,4 @@
+#include "HostileFiles.h"
 #include "RunContent.h"
 #include "TestEnvironment.h"
 #include "chart/Quillchart.h"
@@ -23,15 +24,19 @@ struct Result
     QByteArray err;
 };
 
-Result run(const QStringList &arguments)
+Result run(const QStringList &arguments, int timeoutMs = 60000, const QString &directory = {})
 {
     QProcess process;
+    process.setWorkingDirectory(directory);
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(QStringLiteral("LC_ALL"), QStringLiteral("C"));
     process.setProcessEnvironment(environment);
     process.start(QStringLiteral(OSTREL_EXPORT_PROGRAM), arguments);
-    if (!process.waitForFinished(60000))
+    if (!process.waitForFinished(timeoutMs)) {
+        process.kill();
+        process.waitForFinished();
         return {};
+    }
     return {process.exitCode(), process.readAllStandardOutput(), process.readAllStandardError()};
 }
 
@@ -149,26 +154,77 @@ TEST_F(ExportTool, TextIsWhatTheChartExportsAndALogDirectoryIsRecovered)
     EXPECT_EQ(dump[QStringLiteral("marks")].toArray().size(), counts.marks);
 }
 
-TEST_F(ExportTool, UnreadableInputOrBadOptionsGiveAClearErrorAndNonZeroExit)
+class HostileInput : public testing::TestWithParam<HostileFiles::Row>
 {
-    QFile damaged(path("damaged.chd"));
-    ASSERT_TRUE(damaged.open(QIODevice::WriteOnly));
-    damaged.write("\x89QCD\r\n\x1a\n\x01\0\0\0garbage", 19);
-    damaged.close();
-    ASSERT_TRUE(QDir().mkpath(path("empty")));
-    for (const QString &input : {path("missing.chd"), path("damaged.chd"), path("empty")}) {
-        const Result result = run({input});
-        EXPECT_EQ(result.exitCode, 1) << input.toStdString();
-        EXPECT_TRUE(result.err.startsWith("ostrel-export: ")) << result.err.toStdString();
-        EXPECT_TRUE(result.out.isEmpty());
+};
+
+TEST_P(HostileInput, GivesExitOneWithAMessageOrConvertsWhateverItsName)
+{
+    QTemporaryDir dir(testHome() + QStringLiteral("/hostile-XXXXXX"));
+    const QStringList paths = GetParam().make(QDir(dir.path()));
+    if (paths.isEmpty())
+        GTEST_SKIP() << "cannot be made here";
+    for (const QString &path : paths) {
+        SCOPED_TRACE(path.toStdString());
+        const Result result = run({path}, 20000);
+        if (GetParam().opens) {
+            EXPECT_EQ(result.exitCode, 0) << result.err.toStdString();
+            EXPECT_TRUE(result.out.contains("Data points:\t14000"));
+        } else {
+            EXPECT_EQ(result.exitCode, 1);
+            EXPECT_TRUE(result.err.startsWith("ostrel-export: ")) << result.err.toStdString();
+            EXPECT_TRUE(result.out.isEmpty());
+        }
     }
+}
+
+INSTANTIATE_TEST_SUITE_P(Rows, HostileInput, testing::ValuesIn(HostileFiles::rows()),
+                         HostileFiles::nameOf);
+
+TEST_F(ExportTool, BadOptionsGiveExitTwoNamingTheOptionAndWriteNothing)
+{
     Quillchart chart;
-    ASSERT_TRUE(chart.SaveDataFile(path("empty.chd")));
-    EXPECT_EQ(run({QStringLiteral("--rate"), QStringLiteral("9"), path("empty.chd")}).exitCode, 2);
-    EXPECT_EQ(run({QStringLiteral("--method-position"), QStringLiteral("top"), path("empty.chd")})
-                  .exitCode,
-              2);
-    EXPECT_EQ(run({}).exitCode, 2);
+    RunContent::grow(chart, {}, {3001, 2, 1});
+    ASSERT_TRUE(chart.SaveDataFile(path("run.chd")));
+    ASSERT_TRUE(QFile::link(path("run.chd"), path("link.txt")));
+    const QByteArray saved = [&] {
+        QFile file(path("run.chd"));
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }();
+    const struct
+    {
+        QStringList arguments;
+        const char *named;
+        int exitCode = 2;
+    } cases[] = {
+        {{QStringLiteral("--to"), QStringLiteral("1e6")}, "--to"},
+        {{QStringLiteral("--to"), QStringLiteral("nan")}, "--to"},
+        {{QStringLiteral("--to"), QStringLiteral("10.01")}, "--to"},
+        {{QStringLiteral("--from"), QStringLiteral("inf")}, "--from"},
+        {{QStringLiteral("--from"), QStringLiteral("-1")}, "--from"},
+        {{QStringLiteral("--from"), QStringLiteral("10.01")}, "--from"},
+        {{QStringLiteral("--from"), QStringLiteral("5"), QStringLiteral("--to"),
+          QStringLiteral("4")},
+         "--to"},
+        {{QStringLiteral("--rate"), QStringLiteral("9")}, "--rate"},
+        {{QStringLiteral("--rate"), QStringLiteral("0")}, "--rate"},
+        {{QStringLiteral("--method-position"), QStringLiteral("top")}, "--method-position"},
+        {{QStringLiteral("run.chd"), QStringLiteral("./run.chd")}, "OUTPUT", 1},
+        {{QStringLiteral("run.chd"), path("link.txt")}, "OUTPUT", 1},
+        {{}, "input"},
+    };
+    for (const auto &c : cases) {
+        QStringList arguments = c.arguments;
+        if (!arguments.contains(QStringLiteral("run.chd")) && !arguments.isEmpty())
+            arguments << QStringLiteral("run.chd") << QStringLiteral("out.txt");
+        const Result result = run(arguments, 60000, m_dir.path());
+        EXPECT_EQ(result.exitCode, c.exitCode) << arguments.join(QLatin1Char(' ')).toStdString();
+        EXPECT_TRUE(result.err.contains(c.named)) << result.err.toStdString();
+        EXPECT_FALSE(QFile::exists(path("out.txt")));
+    }
+    QFile file(path("run.chd"));
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    EXPECT_EQ(file.readAll(), saved);
     const Result help = run({QStringLiteral("--help")});
     EXPECT_EQ(help.exitCode, 0);
     EXPECT_TRUE(help.out.contains("Examples:"));
