@@ -26,6 +26,10 @@ struct Row
 inline constexpr RunContent::Counts kRun{70000, 5, 2};
 
 const std::vector<Row> &rows();
+inline void PrintTo(const Row &row, std::ostream *out)
+{
+    *out << row.name;
+}
 inline std::string nameOf(const testing::TestParamInfo<Row> &info)
 {
     return info.param.name;

@@ -2,28 +2,20 @@
 
 #include <gtest/gtest.h>
 
-TEST(Quillchart, NewChartIsEmptyWithTheDefaultAxes)
+TEST(Quillchart, NewChartIsEmptyWithTheDefaultAxesAndEachSampleAddsAThreeHundredthMinute)
 {
     Quillchart chart;
     EXPECT_EQ(chart.GetLastTime(), 0.0f);
-    EXPECT_FLOAT_EQ(chart.UvAxisMax(), 2.0f);
     EXPECT_FLOAT_EQ(chart.UvAxisMin(), -0.2f);
+    EXPECT_FLOAT_EQ(chart.UvAxisMax(), 2.0f);
     EXPECT_FLOAT_EQ(chart.CondAxisMax(), 500.0f);
-    EXPECT_FLOAT_EQ(chart.CondAxisMin(), 0.0f);
-    EXPECT_FLOAT_EQ(chart.TimeAxisMin(), 0.0f);
     EXPECT_FLOAT_EQ(chart.TimeAxisMax(), 10.0f);
-}
-
-TEST(Quillchart, EachSampleAfterTheFirstAddsOneThreeHundredthMinute)
-{
-    Quillchart chart;
     ASSERT_EQ(chart.AddSample(0.1f, 3.0f), 0);
     EXPECT_EQ(chart.GetLastTime(), 0.0f);
-    float previous = chart.GetLastTime();
     for (int n = 2; n <= 3000; ++n) {
+        const float previous = chart.GetLastTime();
         ASSERT_EQ(chart.AddSample(0.1f, 3.0f), 0);
         ASSERT_NEAR(chart.GetLastTime() - previous, 1.0 / 300, 1e-6) << n;
-        previous = chart.GetLastTime();
     }
     EXPECT_FLOAT_EQ(chart.GetLastTime(), 2999.0f / 300);
 }
@@ -35,9 +27,7 @@ TEST(Quillchart, LastPointIsVisibleFromTheLeftEndUpToButNotOnTheRightEnd)
         chart.AddSample(0.0f, 0.0f);
     EXPECT_TRUE(chart.IsLastPointVisible());
     chart.AddSample(0.0f, 0.0f);
-    ASSERT_FLOAT_EQ(chart.GetLastTime(), 10.0f);
     EXPECT_FALSE(chart.IsLastPointVisible()) << "a pair on the right end has left the axis";
-
     chart.setTimeAxisMax(20.0f);
     chart.setTimeAxisMin(chart.GetLastTime());
     EXPECT_TRUE(chart.IsLastPointVisible());

@@ -4,6 +4,7 @@
 
 #include <QTest>
 
+#include <array>
 #include <functional>
 #include <gtest/gtest.h>
 #include <optional>
@@ -74,6 +75,9 @@ TEST_F(QuillchartZoom, DraggedRectangleBecomesTheAxesBeforeZoomedIsRaised)
 {
     const QPoint from = m_plot.topLeft() + QPoint(m_plot.width() / 5, m_plot.height() / 4);
     const QPoint to = m_plot.topLeft() + QPoint(m_plot.width() / 2, m_plot.height() * 3 / 4);
+    // A click that moves a pixel or so is no rectangle.
+    drag(m_plot.center(), m_plot.center() + QPoint(1, 40));
+    EXPECT_TRUE(m_zoomed.empty());
     drag(to, from);
 
     ASSERT_EQ(m_zoomed.size(), 1u);
@@ -81,10 +85,8 @@ TEST_F(QuillchartZoom, DraggedRectangleBecomesTheAxesBeforeZoomedIsRaised)
     EXPECT_EQ(zoom.index, 3);
     EXPECT_EQ(zoom.event, zoom.properties);
     EXPECT_EQ(zoom.properties, propertiesOf(m_chart));
-    const int left = m_plot.left();
-    const int right = m_plot.right();
-    const int top = m_plot.top();
-    const int bottom = m_plot.bottom();
+    const auto [left, top, right, bottom] =
+        std::array{m_plot.left(), m_plot.top(), m_plot.right(), m_plot.bottom()};
     EXPECT_NEAR(zoom.event.timeMin, along(left, right, from.x(), 0, 10), 1e-4);
     EXPECT_NEAR(zoom.event.timeMax, along(left, right, to.x(), 0, 10), 1e-4);
     EXPECT_NEAR(zoom.event.uvMax, along(bottom, top, from.y(), -0.2, 2.0), 1e-4);
@@ -115,11 +117,4 @@ TEST_F(QuillchartZoom, LeavingTheZoomRestoresTheAxesBeforeUnzoomedIsRaised)
         leave();
         EXPECT_EQ(m_unzoomed.size(), 1u);
     }
-}
-
-TEST_F(QuillchartZoom, ClickWithoutARectangleDoesNotZoom)
-{
-    drag(m_plot.center(), m_plot.center() + QPoint(1, 40));
-    EXPECT_TRUE(m_zoomed.empty());
-    EXPECT_EQ(propertiesOf(m_chart), ChartAxes{});
 }
