@@ -26,16 +26,6 @@ TEST(AxisTicks, StepIsTheSmallestRoundOneThatFits)
     }
 }
 
-TEST(AxisTicks, TicksAreMultiplesOfTheStepWithBothEndsIncluded)
-{
-    const std::vector<double> uv = AxisTicks::ticks(-0.2, 2.0, 0.2);
-    ASSERT_EQ(uv.size(), 12u);
-    EXPECT_NEAR(uv.front(), -0.2, 1e-12);
-    EXPECT_NEAR(uv.back(), 2.0, 1e-12);
-    EXPECT_EQ(uv[1], 0.0);
-    EXPECT_EQ(AxisTicks::ticks(3.3, 9.9, 2.0), (std::vector<double>{4.0, 6.0, 8.0}));
-}
-
 namespace {
 
 struct View
@@ -46,9 +36,7 @@ struct View
     bool fixed;
 };
 
-class AxisLabels : public testing::TestWithParam<View>
-{
-};
+using AxisLabels = testing::TestWithParam<View>;
 
 int decimalsOf(const QString &label)
 {

@@ -6,6 +6,7 @@
 #include <QPixmap>
 
 #include <cmath>
+#include <vector>
 
 QImage grabChart(Quillchart &chart)
 {
@@ -14,23 +15,19 @@ QImage grabChart(Quillchart &chart)
 
 QRect plotArea(const QImage &image)
 {
-    const QRgb frame = ChartPalette::kFrame.rgb();
     QList<int> rows;
     QList<int> columns;
-    for (int y = 0; y < image.height(); ++y) {
-        int count = 0;
+    std::vector<int> inRow(image.height()), inColumn(image.width());
+    for (int y = 0; y < image.height(); ++y)
         for (int x = 0; x < image.width(); ++x)
-            count += image.pixel(x, y) == frame;
-        if (count > image.width() / 2)
+            if (image.pixel(x, y) == ChartPalette::kFrame.rgb())
+                ++inRow[y], ++inColumn[x];
+    for (int y = 0; y < image.height(); ++y)
+        if (inRow[y] > image.width() / 2)
             rows.append(y);
-    }
-    for (int x = 0; x < image.width(); ++x) {
-        int count = 0;
-        for (int y = 0; y < image.height(); ++y)
-            count += image.pixel(x, y) == frame;
-        if (count > image.height() / 2)
+    for (int x = 0; x < image.width(); ++x)
+        if (inColumn[x] > image.height() / 2)
             columns.append(x);
-    }
     if (rows.size() != 2 || columns.size() != 2)
         return {};
     return QRect(QPoint(columns[0] + 1, rows[0] + 1), QPoint(columns[1] - 1, rows[1] - 1));

@@ -1,5 +1,5 @@
 #include "HostileFiles.h"
-#include "ScratchRoot.h"
+#include "TestEnvironment.h"
 #include "chart/Quillchart.h"
 #include "chart/RunData.h"
 
@@ -9,15 +9,13 @@
 
 namespace {
 
-class HostileFile : public testing::TestWithParam<HostileFiles::Row>
-{
-};
+using HostileFile = testing::TestWithParam<HostileFiles::Row>;
 
 } // namespace
 
 TEST_P(HostileFile, OpensOrFailsAtOnceWithOpenErrorLeavingTheChartEmpty)
 {
-    QTemporaryDir dir(scratchRoot() + QStringLiteral("/ostrel-hostile-XXXXXX"));
+    QTemporaryDir dir(testHome() + QStringLiteral("/ostrel-hostile-XXXXXX"));
     const QStringList paths = GetParam().make(QDir(dir.path()));
     if (paths.isEmpty())
         GTEST_SKIP() << "cannot be made here";
@@ -44,4 +42,4 @@ TEST_P(HostileFile, OpensOrFailsAtOnceWithOpenErrorLeavingTheChartEmpty)
 }
 
 INSTANTIATE_TEST_SUITE_P(Rows, HostileFile, testing::ValuesIn(HostileFiles::rows()),
-                         HostileFiles::nameOf);
+                         testing::PrintToStringParamName());

@@ -40,12 +40,6 @@ QStringList written(const QDir &dir, const QString &name, const QByteArray &byte
     return {file.fileName()};
 }
 
-QByteArray changed(QByteArray bytes, qsizetype at, auto change)
-{
-    change(bytes.data() + at);
-    return bytes;
-}
-
 const std::vector<HostileFiles::Row> kRows{
     {"DevZero", false, [](const QDir &) { return QStringList{QStringLiteral("/dev/zero")}; }},
     {"SparseFileOf200GB", false,
@@ -92,21 +86,21 @@ const std::vector<HostileFiles::Row> kRows{
      }},
     {"ChunkLongerThanTheFile", false,
      [](const QDir &dir) {
-         const QByteArray &data = bytesOf(Kind::Data);
-         return written(dir, QStringLiteral("longer.chd"),
-                        changed(data, RunFileCodec::kHeaderSize + 4,
-                                [&](char *at) { qToLittleEndian(quint32(data.size()), at); }));
+         QByteArray bytes = bytesOf(Kind::Data);
+         qToLittleEndian(quint32(bytes.size()), bytes.data() + RunFileCodec::kHeaderSize + 4);
+         return written(dir, QStringLiteral("longer.chd"), bytes);
      }},
     {"BitFlippedInTheSamples", false,
      [](const QDir &dir) {
-         const QByteArray &data = bytesOf(Kind::Data);
-         return written(dir, QStringLiteral("flipped.chd"),
-                        changed(data, data.size() / 2, [](char *at) { *at ^= 0x10; }));
+         QByteArray bytes = bytesOf(Kind::Data);
+         bytes[bytes.size() / 2] = char(bytes[bytes.size() / 2] ^ 0x10);
+         return written(dir, QStringLiteral("flipped.chd"), bytes);
      }},
     {"NewerVersion", false,
      [](const QDir &dir) {
-         return written(dir, QStringLiteral("newer.chd"),
-                        changed(bytesOf(Kind::Data), 8, [](char *at) { *at = 2; }));
+         QByteArray bytes = bytesOf(Kind::Data);
+         bytes[8] = 2;
+         return written(dir, QStringLiteral("newer.chd"), bytes);
      }},
     {"AxisThatIsNoNumber", false,
      [](const QDir &dir) {
@@ -120,18 +114,14 @@ const std::vector<HostileFiles::Row> kRows{
      [](const QDir &dir) {
          return written(dir, QStringLiteral("tail.chd"), bytesOf(Kind::Data) + QByteArray(5, 0));
      }},
-    {"LogNamedChd", true,
-     [](const QDir &dir) { return written(dir, QStringLiteral("log.chd"), bytesOf(Kind::Log)); }},
-    {"DataNamedChl", true,
-     [](const QDir &dir) { return written(dir, QStringLiteral("data.chl"), bytesOf(Kind::Data)); }},
-    {"LogUnderOtherNames", true,
+    {"RunsWhateverTheirName", true,
      [](const QDir &dir) {
-         return written(dir, QStringLiteral("Lab 3.5"), bytesOf(Kind::Log)) +
-                written(dir, QStringLiteral("run.log"), bytesOf(Kind::Log));
-     }},
-    {"DataWithPointsInItsName", true,
-     [](const QDir &dir) {
-         return written(dir, QStringLiteral("run 2.5.1.chd"), bytesOf(Kind::Data));
+         QStringList files;
+         for (const char *name : {"log.chd", "Lab 3.5", "run.log"})
+             files += written(dir, QString::fromUtf8(name), bytesOf(Kind::Log));
+         for (const char *name : {"data.chl", "run 2.5.1.chd"})
+             files += written(dir, QString::fromUtf8(name), bytesOf(Kind::Data));
+         return files;
      }},
 };
 

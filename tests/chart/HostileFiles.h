@@ -30,8 +30,4 @@ inline void PrintTo(const Row &row, std::ostream *out)
 {
     *out << row.name;
 }
-inline std::string nameOf(const testing::TestParamInfo<Row> &info)
-{
-    return info.param.name;
-}
 } // namespace HostileFiles

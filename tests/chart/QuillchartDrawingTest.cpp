@@ -11,6 +11,7 @@
 #include <gtest/gtest.h>
 #include <limits>
 #include <set>
+#include <tuple>
 
 namespace {
 
@@ -52,13 +53,13 @@ TEST(QuillchartDrawing, OneSampleSpikeShowsInAFullDayView)
 
         const int x = columnAt(plot, spikeAt / 300.0, 0, 1440);
         const int spikeRow = rowAt(plot, 1.5, -0.2, 2.0);
-        const QList<QPoint> top = pixelsOf(image, ChartPalette::kUv,
-                                           QRect(x - 1, plot.top(), 3, spikeRow + 2 - plot.top()));
-        EXPECT_FALSE(top.isEmpty());
-        const QList<QPoint> elsewhere = pixelsOf(image, ChartPalette::kUv,
-                                                 QRect(plot.left(), plot.top(), x - 1 - plot.left(),
-                                                       rowAt(plot, 0.2, -0.2, 2.0) - plot.top()));
-        EXPECT_TRUE(elsewhere.isEmpty());
+        EXPECT_FALSE(pixelsOf(image, ChartPalette::kUv,
+                              QRect(x - 1, plot.top(), 3, spikeRow + 2 - plot.top()))
+                         .isEmpty());
+        EXPECT_TRUE(pixelsOf(image, ChartPalette::kUv,
+                             QRect(plot.left(), plot.top(), x - 1 - plot.left(),
+                                   rowAt(plot, 0.2, -0.2, 2.0) - plot.top()))
+                        .isEmpty());
     }
 }
 
@@ -74,58 +75,42 @@ TEST(QuillchartDrawing, MarkStandsAtTheColumnOfItsTime)
         chart.Redraw();
         const QImage image = grabChart(chart);
         const QRect plot = plotArea(image);
-        const int foot = height > 0 ? plot.bottom() : plot.top();
-        const QList<QPoint> found =
-            pixelsOf(image, green, QRect(plot.left(), foot, plot.width(), 1));
-        ASSERT_EQ(found.size(), 1);
-        EXPECT_EQ(found[0].x(), columnAt(plot, time, 0, 10));
+        const QRect foot(plot.left(), height > 0 ? plot.bottom() : plot.top(), plot.width(), 1);
+        EXPECT_EQ(pixelsOf(image, green, foot),
+                  QList{QPoint(columnAt(plot, time, 0, 10), foot.y())});
         const int otherEnd = height > 0 ? plot.top() : plot.bottom();
         EXPECT_TRUE(
             pixelsOf(image, green, QRect(plot.left(), otherEnd, plot.width(), 1)).isEmpty());
     }
 }
 
-TEST(QuillchartDrawing, DrawNewDataChangesOnlyTheColumnsOfTheNewSamples)
+TEST(QuillchartDrawing, DrawNewDataChangesOnlyTheColumnsOfTheNewSampleAsARedrawWould)
 {
-    // Full view draws column bars; the narrow zoom joins single samples with lines.
-    for (const auto &[from, to] : {std::pair{0.0f, 10.0f}, std::pair{3.9f, 4.1f}}) {
-        SCOPED_TRACE(from);
+    // Full view draws column bars; the narrow zooms join single samples with lines, and the
+    // very first sample has nothing to join.
+    for (const auto &[from, to, count] :
+         {std::tuple{0.0f, 10.0f, 1200}, {3.9f, 4.1f, 1200}, {0.0f, 0.2f, 0}}) {
+        SCOPED_TRACE(to);
         Quillchart chart;
         chart.resize(kChartSize);
         chart.setTimeAxisMin(from);
         chart.setTimeAxisMax(to);
-        for (int i = 0; i < 1200; ++i)
+        for (int i = 0; i < count; ++i)
             chart.AddSample(0.5f + 0.3f * std::sin(i / 50.0f), 100.0f + i / 10.0f);
         chart.Redraw();
-        chart.DrawNewData();
         const QImage before = grabChart(chart);
-        for (int i = 0; i < 4; ++i)
-            chart.AddSample(1.8f, 400.0f);
+        chart.AddSample(1.8f, 400.0f);
         chart.DrawNewData();
         const QImage after = grabChart(chart);
 
         const QRect plot = plotArea(after);
         const std::set<int> changed = changedColumns(before, after);
         ASSERT_FALSE(changed.empty());
-        EXPECT_GE(*changed.begin(), columnAt(plot, 1199 / 300.0, from, to) - 1);
-        EXPECT_LE(*changed.rbegin(), columnAt(plot, 1203 / 300.0, from, to) + 1);
+        EXPECT_GE(*changed.begin(), columnAt(plot, (count - 1) / 300.0, from, to) - 1);
+        EXPECT_LE(*changed.rbegin(), columnAt(plot, count / 300.0, from, to) + 1);
+        chart.Redraw();
+        EXPECT_EQ(grabChart(chart), after);
     }
-}
-
-TEST(QuillchartDrawing, LoneSampleAtFineZoomShowsWhenItIsDrawn)
-{
-    Quillchart chart;
-    chart.resize(kChartSize);
-    chart.setTimeAxisMax(0.2f);
-    chart.Redraw();
-    chart.AddSample(1.0f, 250.0f);
-    chart.DrawNewData();
-    const QImage image = grabChart(chart);
-    const QRect plot = plotArea(image);
-    const QRect around(plot.left(), rowAt(plot, 1.0, -0.2, 2.0) - 1, 3, 3);
-    EXPECT_FALSE(pixelsOf(image, ChartPalette::kUv, around).isEmpty());
-    chart.Redraw();
-    EXPECT_EQ(grabChart(chart), image);
 }
 
 TEST(QuillchartDrawing, NonFiniteAndOffScaleSamplesDoNotBreakTheTrace)
@@ -143,10 +128,8 @@ TEST(QuillchartDrawing, NonFiniteAndOffScaleSamplesDoNotBreakTheTrace)
     chart.DrawNewData();
     const QImage image = grabChart(chart);
     const QRect plot = plotArea(image);
-    ASSERT_TRUE(plot.isValid());
-    const int right = columnAt(plot, 2999 / 300.0, 0, 10);
     const QRect secondHalf(QPoint(columnAt(plot, 5.0, 0, 10) + 1, plot.top()),
-                           QPoint(right - 1, plot.bottom()));
+                           QPoint(columnAt(plot, 2999 / 300.0, 0, 10) - 1, plot.bottom()));
     // A steady value is one row, without a gap.
     const QList<QPoint> uv = pixelsOf(image, ChartPalette::kUv, secondHalf);
     EXPECT_EQ(rowsOf(uv), std::set<int>{rowAt(plot, 1.0, -0.2, 2.0)});

@@ -48,10 +48,8 @@ void RunContent::grow(Quillchart &chart, Counts from, Counts to)
 {
     for (qint64 n = from.samples; n < to.samples; ++n)
         chart.AddSample(sample(n).uv, sample(n).conductivity);
-    for (qint64 n = from.marks; n < to.marks; ++n) {
-        const EventMark m = mark(n);
-        chart.AddEventMark(m.label, m.color, m.height, m.time);
-    }
+    for (qint64 n = from.marks; n < to.marks; ++n)
+        chart.AddEventMark(mark(n).label, mark(n).color, mark(n).height, mark(n).time);
     for (qint64 n = from.methodTexts; n < to.methodTexts; ++n)
         chart.AddMethodText(methodText(n).text, methodText(n).time);
 }
@@ -60,48 +58,43 @@ void RunContent::grow(RunData &run, Counts from, Counts to)
 {
     for (qint64 n = from.samples; n < to.samples; ++n)
         run.store.append(sample(n).uv, sample(n).conductivity);
-    for (qint64 n = from.marks; n < to.marks; ++n) {
-        const EventMark m = mark(n);
-        run.annotations.addEventMark(m.label, m.color, m.height, m.time);
-    }
+    for (qint64 n = from.marks; n < to.marks; ++n)
+        run.annotations.addEventMark(mark(n).label, mark(n).color, mark(n).height, mark(n).time);
     for (qint64 n = from.methodTexts; n < to.methodTexts; ++n)
         run.annotations.addMethodText(methodText(n).text, methodText(n).time);
 }
 
 QString RunContent::differences(const RunData &run, Counts counts)
 {
-    const qint64 samples = counts.samples;
-    const qint64 marks = counts.marks;
-    const qint64 methodTexts = counts.methodTexts;
-    if (run.store.count() != samples)
-        return QStringLiteral("%1 samples instead of %2").arg(run.store.count()).arg(samples);
-    for (qint64 i = 0; i < samples; ++i) {
+    const auto bits = [](float value) { return std::bit_cast<quint32>(value); };
+    if (run.store.count() != counts.samples)
+        return QStringLiteral("%1 samples instead of %2")
+            .arg(run.store.count())
+            .arg(counts.samples);
+    for (qint64 i = 0; i < counts.samples; ++i) {
         const SamplePair want = sample(i);
         const SamplePair got = run.store.at(i);
-        if (std::bit_cast<quint32>(want.uv) != std::bit_cast<quint32>(got.uv) ||
-            std::bit_cast<quint32>(want.conductivity) != std::bit_cast<quint32>(got.conductivity))
+        if (bits(want.uv) != bits(got.uv) || bits(want.conductivity) != bits(got.conductivity))
             return QStringLiteral("sample %1 differs").arg(i);
     }
-    const auto &gotMarks = run.annotations.eventMarks();
-    if (qint64(gotMarks.size()) != marks)
-        return QStringLiteral("%1 marks instead of %2").arg(gotMarks.size()).arg(marks);
-    for (qint64 i = 0; i < marks; ++i) {
+    const auto &marks = run.annotations.eventMarks();
+    const auto &texts = run.annotations.methodTexts();
+    if (qint64(marks.size()) != counts.marks || qint64(texts.size()) != counts.methodTexts)
+        return QStringLiteral("%1 marks and %2 method texts instead of %3 and %4")
+            .arg(marks.size())
+            .arg(texts.size())
+            .arg(counts.marks)
+            .arg(counts.methodTexts);
+    for (qint64 i = 0; i < counts.marks; ++i) {
         const EventMark want = mark(i);
-        const EventMark &got = gotMarks[std::size_t(i)];
+        const EventMark &got = marks[std::size_t(i)];
         if (got.label != want.label || got.color != want.color || got.height != want.height ||
-            std::bit_cast<quint32>(got.time) != std::bit_cast<quint32>(want.time))
+            bits(got.time) != bits(want.time))
             return QStringLiteral("mark %1 differs").arg(i);
     }
-    const auto &gotTexts = run.annotations.methodTexts();
-    if (qint64(gotTexts.size()) != methodTexts)
-        return QStringLiteral("%1 method texts instead of %2")
-            .arg(gotTexts.size())
-            .arg(methodTexts);
-    for (qint64 i = 0; i < methodTexts; ++i) {
-        const MethodText want = methodText(i);
-        const MethodText &got = gotTexts[std::size_t(i)];
-        if (got.text != want.text ||
-            std::bit_cast<quint32>(got.time) != std::bit_cast<quint32>(want.time))
+    for (qint64 i = 0; i < counts.methodTexts; ++i) {
+        if (texts[std::size_t(i)].text != methodText(i).text ||
+            bits(texts[std::size_t(i)].time) != bits(methodText(i).time))
             return QStringLiteral("method text %1 differs").arg(i);
     }
     return {};

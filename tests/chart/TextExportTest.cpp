@@ -20,85 +20,73 @@ struct Exported
 class TextExportFile : public ::testing::Test
 {
 protected:
-    Exported exportChart(Quillchart &chart, float from, float to, float rate, qint32 points,
-                         qint16 position = 0, qint16 uv = 1, qint16 cond = 1)
+    /// Exports the whole run with the count of points the export dialog promises: half up, a
+    /// tie to even.
+    Exported exportChart(Quillchart &chart, float rate, qint16 position = 0, qint16 cond = 1)
     {
+        const float last = chart.GetLastTime();
+        m_points = qint32(std::nearbyint(double(last) * rate * 60.0 + 0.5));
         const QString file = m_dir.filePath(QStringLiteral("export.txt"));
-        EXPECT_EQ(chart.ExportData(file, uv, cond, 1, 1, 1, position, from, to, rate, points), 0);
+        EXPECT_EQ(chart.ExportData(file, 1, cond, 1, 1, 1, position, 0.0f, last, rate, m_points),
+                  0);
         QFile in(file);
         EXPECT_TRUE(in.open(QIODevice::ReadOnly));
         const QByteArray bytes = in.readAll();
         EXPECT_TRUE(bytes.startsWith("\xEF\xBB\xBF"));
-        const QString text = QString::fromUtf8(bytes.mid(3));
-        EXPECT_TRUE(text.endsWith(QLatin1String("\r\n")));
+        QStringList lines = QString::fromUtf8(bytes.mid(3)).split(QStringLiteral("\r\n"));
+        EXPECT_EQ(lines.takeLast(), QString()) << "last line without CRLF";
         Exported result;
-        QStringList lines = text.split(QStringLiteral("\r\n"));
-        lines.removeLast();
         qsizetype at = 0;
         while (at < lines.size() && !lines[at].startsWith(QLatin1String("Time (min)")))
             result.before << lines[at++];
-        EXPECT_LT(at, lines.size());
-        result.heading = lines[at++].split(QLatin1Char('\t'));
+        result.heading = lines.value(at++).split(QLatin1Char('\t'));
         while (at < lines.size() && !lines[at].isEmpty())
             result.rows.push_back(lines[at++].split(QLatin1Char('\t')));
         result.after = lines.mid(at);
         return result;
     }
 
-    // The count the export dialog promises: half up, a tie to even.
-    static qint32 promised(float from, float to, float rate)
-    {
-        return qint32(std::nearbyint((double(to) - from) * rate * 60.0 + 0.5));
-    }
-
+    qint32 m_points = 0;
     QTemporaryDir m_dir{testHome() + QStringLiteral("/export-XXXXXX")};
 };
 
 } // namespace
 
-TEST_F(TextExportFile, FullRateGivesEverySampleAsMeasuredWithMarksOnTheirRows)
+TEST_F(TextExportFile, FullRateGivesEverySampleAndEveryRateThePromisedPointsWithThePeak)
 {
     Quillchart chart;
     chart.setChartTitle(QStringLiteral("Run 5"));
-    for (int i = 0; i < 600; ++i)
-        chart.AddSample(float(i) * 0.001f, 10.0f + float(i % 7));
+    // A baseline with one narrow peak whose apex is a single sample, long enough for the
+    // slowest rate and with a last time that float holds exactly.
+    for (int i = 0; i < 29926; ++i) {
+        const double distance = std::abs(i - 12345) / 3.0;
+        chart.AddSample(float(0.01 + 1.5 * std::exp(-distance * distance)), 10.0f + float(i % 7));
+    }
     chart.AddEventMark(QStringLiteral("Inject"), 0xff, 50, 0.5f);
     chart.AddEventMark(QStringLiteral("Fraction 1"), 0xff, -10, 1.0f);
-    const float last = chart.GetLastTime();
-    const Exported file = exportChart(chart, 0.0f, last, 5.0f, promised(0.0f, last, 5.0f));
+    const Exported file = exportChart(chart, 5.0f);
     EXPECT_TRUE(file.before.contains(QStringLiteral("Run:\tRun 5")));
-    EXPECT_TRUE(file.before.contains(QStringLiteral("Data points:\t600")));
+    EXPECT_TRUE(file.before.contains(QStringLiteral("Data points:\t29926")));
     EXPECT_EQ(file.heading,
               (QStringList{QStringLiteral("Time (min)"), QStringLiteral("UV (AU)"),
                            QStringLiteral("Conductivity (mS/cm)"), QStringLiteral("Event")}));
-    ASSERT_EQ(file.rows.size(), 600u);
-    for (int k = 0; k < 600; ++k) {
-        ASSERT_GE(file.rows[k].size(), 3) << k;
-        EXPECT_NEAR(file.rows[k][0].toDouble(), k / 300.0, 5e-5) << k;
-        EXPECT_NEAR(file.rows[k][1].toDouble(), k * 0.001, 5e-5) << k;
-        EXPECT_NEAR(file.rows[k][2].toDouble(), 10 + k % 7, 5e-4) << k;
+    ASSERT_EQ(file.rows.size(), 29926u);
+    for (int k = 0; k < 29926; ++k) {
+        const double distance = std::abs(k - 12345) / 3.0;
+        EXPECT_NEAR(file.rows[k].value(0).toDouble(), k / 300.0, 5e-5) << k;
+        EXPECT_NEAR(file.rows[k].value(1).toDouble(), 0.01 + 1.5 * std::exp(-distance * distance),
+                    5e-5)
+            << k;
+        EXPECT_NEAR(file.rows[k].value(2).toDouble(), 10 + k % 7, 5e-4) << k;
+        const char *mark = k == 150 ? "Inject" : k == 300 ? "Fraction 1" : "";
+        EXPECT_EQ(file.rows[k].value(3), QLatin1String(mark)) << k;
     }
-    EXPECT_EQ(file.rows[150].value(3), QStringLiteral("Inject"));
-    EXPECT_EQ(file.rows[300].value(3), QStringLiteral("Fraction 1"));
-    EXPECT_EQ(file.rows[151].value(3), QString());
-}
-
-TEST_F(TextExportFile, EveryRateHoldsThePromisedPointsAndKeepsAPeaksApex)
-{
-    Quillchart chart;
-    // 100 minutes of flat baseline with one narrow peak whose apex is a single sample.
-    for (int i = 0; i < 30000; ++i) {
-        const double distance = std::abs(i - 12345) / 3.0;
-        chart.AddSample(float(0.01 + 1.5 * std::exp(-distance * distance)), 5.0f);
-    }
-    const float last = chart.GetLastTime();
     for (float rate : {0.01f, 0.02f, 0.025f, 0.0333f, 0.05f, 0.1f, 0.2f, 0.25f, 0.333f, 0.5f, 1.0f,
-                       2.0f, 3.0f, 4.0f, 5.0f}) {
-        const qint32 points = promised(0.0f, last, rate);
-        const Exported file = exportChart(chart, 0.0f, last, rate, points);
-        ASSERT_EQ(qint32(file.rows.size()), points) << rate;
+                       2.0f, 3.0f, 4.0f}) {
+        const Exported reduced = exportChart(chart, rate);
+        ASSERT_EQ(qint32(reduced.rows.size()), m_points) << rate;
         double apex = 0.0;
-        for (const QStringList &row : file.rows)
+        for (const QStringList &row : reduced.rows)
             apex = std::max(apex, row.value(1).toDouble());
         EXPECT_NEAR(apex, 1.51, 1e-4) << rate;
     }
@@ -111,29 +99,25 @@ TEST_F(TextExportFile, MethodAndNotesStandWhereThePositionSays)
         chart.AddSample(0.1f, 1.0f);
     chart.AddMethodText(QStringLiteral("Step 1\r\nStep 2\r\n"), 0.5f);
     chart.SetNotes(QStringLiteral("Fresh column\r\nBuffer B"));
-    const float last = chart.GetLastTime();
-    const qint32 points = promised(0.0f, last, 1.0f);
+    const QString step = QStringLiteral("Step 2");
 
-    const Exported before = exportChart(chart, 0.0f, last, 1.0f, points, 0);
-    EXPECT_TRUE(before.before.contains(QStringLiteral("Step 2")));
-    EXPECT_TRUE(before.before.contains(QStringLiteral("Buffer B")));
-    EXPECT_FALSE(before.after.contains(QStringLiteral("Step 2")));
+    const Exported before = exportChart(chart, 1.0f, 0);
+    EXPECT_TRUE(before.before.contains(step) && before.before.contains(QStringLiteral("Buffer B")));
+    EXPECT_FALSE(before.after.contains(step));
+    const Exported after = exportChart(chart, 1.0f, 1);
+    EXPECT_FALSE(after.before.contains(step));
+    EXPECT_TRUE(after.after.contains(step) && after.after.contains(QStringLiteral("Fresh column")));
 
-    const Exported after = exportChart(chart, 0.0f, last, 1.0f, points, 1);
-    EXPECT_FALSE(after.before.contains(QStringLiteral("Step 2")));
-    EXPECT_TRUE(after.after.contains(QStringLiteral("Step 2")));
-    EXPECT_TRUE(after.after.contains(QStringLiteral("Fresh column")));
-
-    const Exported column = exportChart(chart, 0.0f, last, 1.0f, points, 2, 1, 0);
-    EXPECT_FALSE(column.before.contains(QStringLiteral("Step 2")));
+    const Exported column = exportChart(chart, 1.0f, 2, 0);
+    EXPECT_FALSE(column.before.contains(step));
     EXPECT_EQ(column.heading, (QStringList{QStringLiteral("Time (min)"), QStringLiteral("UV (AU)"),
                                            QStringLiteral("Event"), QStringLiteral("Method"),
                                            QStringLiteral("Notes")}));
-    ASSERT_EQ(qint32(column.rows.size()), points);
+    ASSERT_EQ(qint32(column.rows.size()), m_points);
     EXPECT_EQ(column.rows[0].value(4), QStringLiteral("Fresh column"));
     EXPECT_EQ(column.rows[1].value(4), QStringLiteral("Buffer B"));
     EXPECT_EQ(column.rows[30].value(3), QStringLiteral("Step 1"));
-    EXPECT_EQ(column.rows[31].value(3), QStringLiteral("Step 2"));
+    EXPECT_EQ(column.rows[31].value(3), step);
 }
 
 TEST_F(TextExportFile, NonsenseRateOrPositionIsRefused)

@@ -103,24 +103,27 @@ TEST_F(ExportTool, JsonDumpGivesBackExactlyWhatWasSaved)
                          RunContent::sample(i).conductivity))
             << i;
     }
+    // Times are compared as the floats they were saved as.
+    const auto fields = [](const QJsonValue &value) {
+        QVariantMap map = value.toObject().toVariantMap();
+        map[QStringLiteral("time")] = numberOf(value[QStringLiteral("time")]);
+        return map;
+    };
     const QJsonArray marks = dump[QStringLiteral("marks")].toArray();
     ASSERT_EQ(marks.size(), counts.marks);
     for (qsizetype i = 0; i < marks.size(); ++i) {
-        const QJsonObject mark = marks[i].toObject();
         const EventMark want = RunContent::mark(i);
-        EXPECT_EQ(mark[QStringLiteral("label")].toString(), want.label);
-        EXPECT_EQ(mark[QStringLiteral("color")].toInt(), want.color);
-        EXPECT_EQ(mark[QStringLiteral("height")].toInt(), want.height);
-        EXPECT_EQ(numberOf(mark[QStringLiteral("time")]), want.time);
+        EXPECT_EQ(fields(marks[i]), (QVariantMap{{QStringLiteral("label"), want.label},
+                                                 {QStringLiteral("color"), want.color},
+                                                 {QStringLiteral("height"), want.height},
+                                                 {QStringLiteral("time"), want.time}}));
     }
     const QJsonArray texts = dump[QStringLiteral("methodTexts")].toArray();
     ASSERT_EQ(texts.size(), counts.methodTexts);
-    for (qsizetype i = 0; i < texts.size(); ++i) {
-        EXPECT_EQ(texts[i].toObject()[QStringLiteral("text")].toString(),
-                  RunContent::methodText(i).text);
-        EXPECT_EQ(numberOf(texts[i].toObject()[QStringLiteral("time")]),
-                  RunContent::methodText(i).time);
-    }
+    for (qsizetype i = 0; i < texts.size(); ++i)
+        EXPECT_EQ(fields(texts[i]),
+                  (QVariantMap{{QStringLiteral("text"), RunContent::methodText(i).text},
+                               {QStringLiteral("time"), RunContent::methodText(i).time}}));
 }
 
 TEST_F(ExportTool, TextIsWhatTheChartExportsAndALogDirectoryIsRecovered)
@@ -154,9 +157,7 @@ TEST_F(ExportTool, TextIsWhatTheChartExportsAndALogDirectoryIsRecovered)
     EXPECT_EQ(dump[QStringLiteral("marks")].toArray().size(), counts.marks);
 }
 
-class HostileInput : public testing::TestWithParam<HostileFiles::Row>
-{
-};
+using HostileInput = testing::TestWithParam<HostileFiles::Row>;
 
 TEST_P(HostileInput, GivesExitOneWithAMessageOrConvertsWhateverItsName)
 {
@@ -179,7 +180,7 @@ TEST_P(HostileInput, GivesExitOneWithAMessageOrConvertsWhateverItsName)
 }
 
 INSTANTIATE_TEST_SUITE_P(Rows, HostileInput, testing::ValuesIn(HostileFiles::rows()),
-                         HostileFiles::nameOf);
+                         testing::PrintToStringParamName());
 
 TEST_F(ExportTool, BadOptionsGiveExitTwoNamingTheOptionAndWriteNothing)
 {
@@ -225,8 +226,4 @@ TEST_F(ExportTool, BadOptionsGiveExitTwoNamingTheOptionAndWriteNothing)
     QFile file(path("run.chd"));
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     EXPECT_EQ(file.readAll(), saved);
-    const Result help = run({QStringLiteral("--help")});
-    EXPECT_EQ(help.exitCode, 0);
-    EXPECT_TRUE(help.out.contains("Examples:"));
-    EXPECT_TRUE(help.out.contains("highest value"));
 }
