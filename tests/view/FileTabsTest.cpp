@@ -12,6 +12,7 @@
 #include <QScrollBar>
 #include <QTabWidget>
 #include <QTemporaryDir>
+#include <QTest>
 
 namespace {
 
@@ -177,9 +178,11 @@ TEST_P(Close, FollowingTabsMoveLeftAndTheRecorderComesForward)
     EXPECT_EQ(captions(), QStringList{"Chart Recorder"} + GetParam().after);
     EXPECT_EQ(window->tabs.ChartCount, GetParam().files);
     EXPECT_EQ(window->TabChart->currentIndex(), 0);
-    for (int i = 1; i < window->tabs.ChartCount; ++i)
-        EXPECT_NEAR(window->Chart[i]->GetLastTime(), 10 + captions()[i].mid(1).toInt(), 0.01)
-            << "tab " << i << " reloaded its own file";
+    for (int i = 1; i < window->tabs.ChartCount; ++i) {
+        const int k = captions()[i].mid(1).toInt();
+        EXPECT_NEAR(window->Chart[i]->GetLastTime(), 10 + k, 0.01) << "tab " << i << " reloaded";
+        EXPECT_EQ(window->ScrollChart[i]->maximum(), k) << "and took the bar of its file";
+    }
     EXPECT_EQ(window->Chart[GetParam().files]->GetLastTime(), 0.0f);
     EXPECT_TRUE(dialogs.boxes.isEmpty());
 }
@@ -283,6 +286,13 @@ TEST_F(FileTabsTest, EachTabKeepsItsOwnAxesWindowAndCommands)
     EXPECT_FALSE(window->menu.mnuSaveData->isEnabled());
     EXPECT_FALSE(window->menu.mnuClose->isEnabled());
     EXPECT_EQ(window->toolbar.cmdClear->text(), "Clear");
+
+    frame.optTimeAxis[1]->setChecked(true);
+    EXPECT_FALSE(window->ScrollChart[0]->isEnabled()) << "the live view owns the recorder's bar";
+    window->TabChart->setCurrentIndex(1);
+    window->mnuStop_Click();
+    window->TabChart->setCurrentIndex(0);
+    EXPECT_TRUE(window->ScrollChart[0]->isEnabled()) << "a stop seen from a file tab frees it";
 }
 
 TEST_F(FileTabsTest, ARecordedRunComesBackWholeAndAStretchAsARunOfItsOwn)
@@ -315,14 +325,19 @@ TEST_F(FileTabsTest, ARecordedRunComesBackWholeAndAStretchAsARunOfItsOwn)
     EXPECT_EQ(opened.GetNotes(), "column A");
     EXPECT_TRUE(dialogs.boxes.isEmpty());
 
-    window->FrameScaleAxis->optTimeAxis[1]->setChecked(true);
-    window->FrameScaleAxis->txtChartTime->setText("2");
-    window->FrameScaleAxis->cmdSetTime->click();
-    window->ScrollChart[1]->setValue(1);
+    const QRect plot = opened.rect();
+    QTest::mousePress(&opened, Qt::LeftButton, {}, {plot.width() / 10, plot.height() / 4});
+    QTest::mouseMove(&opened, {plot.width() * 4 / 10, plot.height() * 3 / 4});
+    QTest::mouseRelease(&opened, Qt::LeftButton, {},
+                        {plot.width() * 4 / 10, plot.height() * 3 / 4});
+    const float span = opened.TimeAxisMax() - opened.TimeAxisMin();
     dialogs.files.push_back(path("part.chd"));
     window->mnuSaveSlectedData_Click();
     EXPECT_EQ(dialogs.fileDialogs.constLast().DialogTitle, "Save Selected Data As...");
     EXPECT_EQ(window->tabs.ChartFileName[1], path("run.chd"));
+    window->TabChart->setCurrentIndex(0);
+    window->TabChart->setCurrentIndex(1);
+    EXPECT_NEAR(window->tabs.WindowMinutes[1], span, 1e-4) << "the zoom's width becomes the window";
     open(path("part.chd"));
-    EXPECT_NEAR(window->Chart[2]->GetLastTime(), 2.0, 0.01);
+    EXPECT_NEAR(window->Chart[2]->GetLastTime(), span, 0.01);
 }
