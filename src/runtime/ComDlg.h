@@ -3,8 +3,8 @@
 #include <QString>
 
 /// The common dialog: file open and save, and the printer, with the original's properties.
-/// `Filter` is "Description|pattern|Description|pattern". A cancel raises 32755 when
-/// `CancelError` is set, and otherwise leaves `FileName` as it was.
+/// `Filter` is "Description|pattern|Description|pattern". A cancelled file dialog leaves
+/// `FileName` and `FileTitle` empty, and raises 32755 when `CancelError` is set.
 class ComDlg
 {
 public:
@@ -29,6 +29,7 @@ public:
     void acceptFile(const QString &path);
 
 private:
+    void finishFile(bool accepted);
     void finish(bool accepted);
 };
 

@@ -110,11 +110,14 @@ public:
         fileDialog.setDefaultSuffix(dialog.DefaultExt);
         if (!(dialog.Flags & ComDlgFlags::OverwritePrompt))
             fileDialog.setOption(QFileDialog::DontConfirmOverwrite);
+        if (!m_lastFolder.isEmpty())
+            fileDialog.setDirectory(m_lastFolder);
         if (!dialog.FileName.isEmpty())
             fileDialog.selectFile(dialog.FileName);
         if (fileDialog.exec() != QDialog::Accepted || fileDialog.selectedFiles().isEmpty())
             return false;
         dialog.acceptFile(fileDialog.selectedFiles().constFirst());
+        m_lastFolder = QFileInfo(dialog.FileName).absolutePath();
         return true;
     }
 
@@ -133,6 +136,10 @@ public:
         dialog.Copies = printer.copyCount();
         return true;
     }
+
+private:
+    /// Each file dialog starts in the folder the previous one ended in.
+    QString m_lastFolder;
 };
 
 DialogBackend *installedBackend = nullptr;
@@ -162,12 +169,12 @@ void Beep()
 
 void ComDlg::ShowOpen()
 {
-    finish(dialogBackend().fileDialog(*this, false));
+    finishFile(dialogBackend().fileDialog(*this, false));
 }
 
 void ComDlg::ShowSave()
 {
-    finish(dialogBackend().fileDialog(*this, true));
+    finishFile(dialogBackend().fileDialog(*this, true));
 }
 
 void ComDlg::ShowPrinter()
@@ -182,6 +189,15 @@ void ComDlg::acceptFile(const QString &path)
         chosen += QLatin1Char('.') + DefaultExt;
     FileName = chosen;
     FileTitle = QFileInfo(chosen).fileName();
+}
+
+void ComDlg::finishFile(bool accepted)
+{
+    if (!accepted) {
+        FileName.clear();
+        FileTitle.clear();
+    }
+    finish(accepted);
 }
 
 void ComDlg::finish(bool accepted)

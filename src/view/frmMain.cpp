@@ -1,6 +1,7 @@
 #include "view/frmMain.h"
 
 #include "chart/Quillchart.h"
+#include "documents/FileCommands.h"
 #include "runtime/App.h"
 #include "runtime/RuntimeError.h"
 #include "runtime/Twips.h"
@@ -9,6 +10,7 @@
 #include "view/CommandStates.h"
 #include "view/LedShape.h"
 #include "view/SessionCommands.h"
+#include "view/TabSwitch.h"
 #include "view/TimeAxis.h"
 #include "view/ToolbarIcons.h"
 #include "view/WindowShell.h"
@@ -57,6 +59,10 @@ frmMain::frmMain(QWidget *parent)
     timeAxis = std::make_unique<TimeAxis>(*FrameScaleAxis, *axes, tabs, Chart, ScrollChart, intake);
     sessionCommands = std::make_unique<SessionCommands>(session, runningLog, tabs, *commands,
                                                         *timeAxis, toolbar, *ShapeReciveLed, Chart);
+    tabSwitch = std::make_unique<TabSwitch>(*TabChart, tabs, Chart, *commands, toolbar,
+                                            *FrameScaleAxis, *axes, *timeAxis, intake);
+    files =
+        std::make_unique<FileCommands>(tabs, Chart, ScrollChart, ComDlg, errors, *tabSwitch, *this);
     connectCommands();
     InitMainWindow();
 }
@@ -145,9 +151,62 @@ void frmMain::mnuExit_Click()
     QMetaObject::invokeMethod(qApp, &QCoreApplication::quit, Qt::QueuedConnection);
 }
 
+void frmMain::mnuOpenData_Click()
+{
+    files->mnuOpenData_Click();
+}
+
+void frmMain::mnuOpenLog_Click()
+{
+    files->mnuOpenLog_Click();
+}
+
+void frmMain::DrawChartLabel(const QString &FileName)
+{
+    files->DrawChartLabel(FileName);
+}
+
+void frmMain::mnuSaveData_Click()
+{
+    files->mnuSaveData_Click();
+}
+
+void frmMain::mnuSaveDataAs_Click()
+{
+    files->mnuSaveDataAs_Click();
+}
+
+void frmMain::mnuSaveSlectedData_Click()
+{
+    files->mnuSaveSlectedData_Click();
+}
+
+void frmMain::mnuClear_Click()
+{
+    files->mnuClear_Click();
+}
+
+void frmMain::mnuClose_Click()
+{
+    files->mnuClose_Click();
+}
+
+void frmMain::cmdClear_Click()
+{
+    files->cmdClear_Click();
+}
+
+void frmMain::TabChart_Click()
+{
+    tabSwitch->TabChart_Click();
+}
+
 void frmMain::Toolsbar_ButtonClick(QAction *Button)
 {
     const std::pair<QAction *, void (frmMain::*)()> routes[] = {
+        {toolbar.cmdOpen, &frmMain::mnuOpenData_Click},
+        {toolbar.cmdSave, &frmMain::mnuSaveData_Click},
+        {toolbar.cmdClear, &frmMain::cmdClear_Click},
         {toolbar.cmdRecord, &frmMain::mnuStart_Click},
         {toolbar.cmdStop, &frmMain::mnuStop_Click},
         {toolbar.cmdLogOn, &frmMain::mnuLogOn_Click},

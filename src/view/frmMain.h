@@ -25,11 +25,13 @@
 class AxisFrame;
 class AxisPanels;
 class CommandStates;
+class FileCommands;
 class LedShape;
 class QLabel;
 class QScrollBar;
 class QTabWidget;
 class SessionCommands;
+class TabSwitch;
 class TimeAxis;
 class WindowShell;
 
@@ -64,6 +66,15 @@ public:
     void mnuLogOff_Click() override;
     void mnuComPort_Click() override;
     void mnuExit_Click() override;
+    void mnuOpenData_Click();
+    void mnuOpenLog_Click();
+    void DrawChartLabel(const QString &FileName);
+    void mnuSaveData_Click();
+    void mnuSaveDataAs_Click();
+    void mnuSaveSlectedData_Click();
+    void mnuClear_Click();
+    void mnuClose_Click();
+    void TabChart_Click();
     void Toolsbar_ButtonClick(QAction *Button);
     void ComDataLost();
     void FillAxisLists();
@@ -98,6 +109,8 @@ public:
     std::unique_ptr<AxisPanels> axes;
     std::unique_ptr<TimeAxis> timeAxis;
     std::unique_ptr<SessionCommands> sessionCommands;
+    std::unique_ptr<TabSwitch> tabSwitch;
+    std::unique_ptr<FileCommands> files;
 
 protected:
     void closeEvent(QCloseEvent *event) override;
@@ -108,6 +121,7 @@ private:
     void buildCharts();
     void buildLeds();
     void connectCommands();
+    void cmdClear_Click();
 
     void linkFound() override;
     void linkLost() override;

@@ -56,9 +56,19 @@ void frmMain::buildLeds()
 void frmMain::connectCommands()
 {
     const std::pair<QAction *, void (frmMain::*)()> routines[] = {
-        {menu.mnuStart, &frmMain::mnuStart_Click},     {menu.mnuStop, &frmMain::mnuStop_Click},
-        {menu.mnuLogOn, &frmMain::mnuLogOn_Click},     {menu.mnuLogOff, &frmMain::mnuLogOff_Click},
-        {menu.mnuComPort, &frmMain::mnuComPort_Click}, {menu.mnuExit, &frmMain::mnuExit_Click},
+        {menu.mnuStart, &frmMain::mnuStart_Click},
+        {menu.mnuStop, &frmMain::mnuStop_Click},
+        {menu.mnuLogOn, &frmMain::mnuLogOn_Click},
+        {menu.mnuLogOff, &frmMain::mnuLogOff_Click},
+        {menu.mnuComPort, &frmMain::mnuComPort_Click},
+        {menu.mnuExit, &frmMain::mnuExit_Click},
+        {menu.mnuOpenData, &frmMain::mnuOpenData_Click},
+        {menu.mnuOpenLog, &frmMain::mnuOpenLog_Click},
+        {menu.mnuSaveData, &frmMain::mnuSaveData_Click},
+        {menu.mnuSaveDataAs, &frmMain::mnuSaveDataAs_Click},
+        {menu.mnuSaveSlectedData, &frmMain::mnuSaveSlectedData_Click},
+        {menu.mnuClear, &frmMain::mnuClear_Click},
+        {menu.mnuClose, &frmMain::mnuClose_Click},
     };
     for (const auto &[item, routine] : routines)
         connect(item, &QAction::triggered, this, routine);

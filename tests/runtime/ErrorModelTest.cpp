@@ -34,13 +34,13 @@ TEST(RuntimeErrors, EveryNumberHasOneLineAndZeroHasNone)
     }
 }
 
-TEST(CommonDialog, CancelRaisesOnlyWithCancelError)
+TEST(CommonDialog, CancelEmptiesTheNameAndRaisesOnlyWithCancelError)
 {
     ScriptedDialogs dialogs;
     ComDlg dialog;
-    dialog.FileName = "kept.chd";
+    dialog.FileName = "offered.chd";
     dialog.ShowOpen();
-    EXPECT_EQ(dialog.FileName, "kept.chd");
+    EXPECT_EQ(dialog.FileName, "");
     dialog.CancelError = true;
     EXPECT_EQ(trapError([&] { dialog.ShowSave(); }), ErrorNumber::CancelSelected);
 

@@ -37,6 +37,7 @@ int ScriptedDialogs::msgBox(const QString &text, int style, const QString &title
 
 bool ScriptedDialogs::fileDialog(ComDlg &dialog, bool)
 {
+    fileDialogs.append(dialog);
     if (files.empty())
         return false;
     const QString path = files.front();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "runtime/ComDlg.h"
 #include "runtime/MsgBox.h"
 
 #include <QList>
@@ -34,6 +35,8 @@ public:
     std::deque<int> answers;
     /// Paths for the next file dialogs; an empty path cancels.
     std::deque<QString> files;
+    /// Each file dialog as it was set up when shown.
+    QList<ComDlg> fileDialogs;
     /// Output PDF paths for the next printer dialogs; an empty path cancels.
     std::deque<QString> printers;
     /// Runs while a box stands, before it is answered (as a person would act meanwhile).
