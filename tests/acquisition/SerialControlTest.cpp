@@ -57,16 +57,6 @@ TEST_F(SerialControlTest, NoReceiveEventAt49BytesOneAt50)
     EXPECT_EQ(control.InBufferCount(), 50);
 }
 
-TEST_F(SerialControlTest, MissingDeviceRaises8002)
-{
-    control.setCommPort(2);
-    EXPECT_EQ(trapError([&] { control.setPortOpen(true); }), ErrorNumber::InvalidPortNumber);
-    control.setCommPort(7);
-    EXPECT_EQ(trapError([&] { control.setPortOpen(true); }), ErrorNumber::InvalidPortNumber)
-        << "a COM number with no device mapped";
-    EXPECT_FALSE(control.PortOpen());
-}
-
 TEST_F(SerialControlTest, PortHeldByAnotherProgramRaises8005)
 {
     QProcess holder;
