@@ -1,6 +1,7 @@
 #include "shell/Startup.h"
 
 #include "runtime/App.h"
+#include "runtime/RuntimeError.h"
 #include "view/frmMain.h"
 
 Startup::Startup(frmMain &window) : m_window(window)
@@ -17,4 +18,10 @@ bool Startup::openPort()
 void Startup::firstActivation()
 {
     m_window.session.startWatchdog();
+}
+
+void Startup::windowClosing()
+{
+    ignoreErrors([&] { m_window.settings.SaveSettings(); });
+    m_window.runningLog->closeLog();
 }

@@ -18,6 +18,7 @@ public:
     /// The link watchdog starts: an instrument that sends nothing is reported at its first
     /// tick.
     void firstActivation() override;
+    void windowClosing() override;
 
 private:
     frmMain &m_window;
