@@ -1,6 +1,7 @@
 #include "runtime/App.h"
 #include "runtime/Application.h"
 #include "runtime/RuntimeError.h"
+#include "shell/SessionEnd.h"
 #include "shell/Startup.h"
 #include "view/frmMain.h"
 
@@ -12,6 +13,7 @@ int main(int argc, char **argv)
         frmMain window;
         Startup startup(window);
         window.setShell(&startup);
+        const SessionEnd sessionEnd([&window] { window.runningLog->writeBeforeEnd(); });
         if (!startup.openPort())
             return 0;
         window.show();
