@@ -7,6 +7,8 @@
 #include "chart/Quillchart.h"
 #include "chart/RunData.h"
 #include "chart/RunFileCodec.h"
+#include "runtime/App.h"
+#include "runtime/SettingsStore.h"
 #include "shell/Startup.h"
 #include "shell/frmDataRecovery.h"
 #include "view/frmMain.h"
@@ -128,7 +130,11 @@ void checkRecovery(Copy &copy, const QList<qint64> &before, const QString &what)
         ASSERT_EQ(recovered[i], recovered[0] + i) << "at " << i << " of " << recovered.size();
     if (!before.isEmpty())
         EXPECT_EQ(recovered[0], before[0]);
-    EXPECT_EQ(copy.logDirectory(), "") << "the left-over is purged";
+    EXPECT_TRUE(
+        QDir(copy.dataPath() + "/Log").entryList(QDir::Dirs | QDir::NoDotAndDotDot).isEmpty())
+        << "the left-over is purged and the next start's own log removed at its exit";
+    EXPECT_EQ(GetAllSettings(App::Title(), "LogInfo"),
+              (QList<QPair<QString, QString>>{{"0", "0"}}));
 }
 
 } // namespace

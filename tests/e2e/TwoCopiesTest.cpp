@@ -2,11 +2,15 @@
 #include "RunningProgram.h"
 #include "ScriptedDialogs.h"
 #include "acquisition/frmSetup.h"
+#include "documents/LogPlace.h"
 #include "runtime/App.h"
+#include "runtime/SettingsStore.h"
+#include "shell/InstanceRegistry.h"
 #include "shell/Startup.h"
 #include "view/frmMain.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QPushButton>
 #include <QRadioButton>
 
@@ -58,4 +62,68 @@ TEST(TwoCopies, TheSecondMustChooseAnotherPortThanTheFirstCopys)
     EXPECT_EQ(dialogs.boxes.size(), 1) << "the refusal of COM 1 is told";
     EXPECT_EQ(int(second.link.ComPort.CommPort()), 2);
     EXPECT_EQ(int(second.settings.ComPortNumber), 2);
+}
+
+namespace {
+
+QString entry(const QString &key)
+{
+    return GetSetting(App::Title(), "LogInfo", key, "-");
+}
+
+QStringList copyDirectories()
+{
+    return QDir(App::Path() + "/Log").entryList(QDir::Dirs | QDir::NoDotAndDotDot);
+}
+
+/// A copy's exit as far as the registry goes: its directory and its entry go.
+void leave(InstanceRegistry &registry, const LogPlace &place)
+{
+    QDir().rmdir(QString(place.LogDirectory).chopped(1));
+    registry.RemoveRegistryEntry();
+}
+
+} // namespace
+
+TEST(TwoCopies, EachRegistersUnderItsNumberWithItsOwnLogAndTheThirdTakesOverTheSecondsKey)
+{
+    App::registerInstance();
+    ScriptedDialogs dialogs;
+    LogPlace first;
+    InstanceRegistry firstCopy(first);
+    firstCopy.prepareLogDirectory();
+    EXPECT_EQ(entry("0"), "1");
+    EXPECT_EQ(entry("1").section('|', 3), firstCopy.InstanceTag);
+
+    // The real program beside it, registering at its start.
+    Pty com;
+    RunningProgram second(com.slavePath(), RunningProgram::SameUser);
+    ASSERT_TRUE(second.started());
+    ASSERT_TRUE(waitFor([] { return entry("2") != "-"; }, 20000));
+    EXPECT_EQ(entry("0"), "2");
+    EXPECT_TRUE(entry("2").startsWith("Default|"));
+    const QString secondTag = entry("2").section('|', 3);
+    QStringList both{firstCopy.InstanceTag, secondTag};
+    both.sort();
+    EXPECT_EQ(copyDirectories(), both);
+
+    leave(firstCopy, first);
+    EXPECT_EQ(entry("0"), "1");
+    EXPECT_EQ(entry("1"), "-");
+    EXPECT_EQ(copyDirectories(), QStringList{secondTag}) << "the other copy's log stays";
+
+    // A third counts on from 1 to 2, meets the second's entry, says so and takes it over.
+    LogPlace third;
+    InstanceRegistry thirdCopy(third);
+    thirdCopy.prepareLogDirectory();
+    EXPECT_EQ(int(third.InstanceNumber), 2);
+    ASSERT_EQ(dialogs.boxes.size(), 1);
+    EXPECT_EQ(dialogs.boxes[0].text,
+              "Existing Registry entry will be overwritten, improved functionality to come later!");
+    EXPECT_EQ(entry("2").section('|', 3), thirdCopy.InstanceTag);
+    EXPECT_EQ(copyDirectories().size(), 2);
+    leave(thirdCopy, third);
+    EXPECT_EQ(GetAllSettings(App::Title(), "LogInfo"),
+              (QList<QPair<QString, QString>>{{"0", "0"}}));
+    EXPECT_EQ(copyDirectories(), QStringList{secondTag});
 }
