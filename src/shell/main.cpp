@@ -14,8 +14,11 @@ int main(int argc, char **argv)
         Startup startup(window);
         window.setShell(&startup);
         const SessionEnd sessionEnd([&window] { window.runningLog->writeBeforeEnd(); });
-        if (!startup.openPort())
+        if (!startup.openPort()) {
+            // The window unloads before the copy registered, counting it out all the same.
+            startup.windowClosing();
             return 0;
+        }
         window.show();
         return Application::exec();
     } catch (const RuntimeError &error) {

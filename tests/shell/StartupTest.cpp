@@ -56,10 +56,13 @@ TEST_F(StartupTest, LoggingStoredAsZeroStartsWithLogOnOffered)
 {
     SaveSetting(App::Title(), "Options", "DataLogging", "0");
     frmMain window;
+    Startup startup(window);
+    window.setShell(&startup);
     EXPECT_TRUE(dialogs.boxes.isEmpty());
     EXPECT_FALSE(window.settings.DataLogging);
     EXPECT_TRUE(window.menu.mnuLogOn->isEnabled());
     EXPECT_TRUE(window.toolbar.cmdLogOff->isChecked());
+    window.show();
     window.close();
     EXPECT_EQ(stored("DataLogging"), "False");
 }
