@@ -76,54 +76,35 @@ QStringList copyDirectories()
     return QDir(App::Path() + "/Log").entryList(QDir::Dirs | QDir::NoDotAndDotDot);
 }
 
-/// A copy's exit as far as the registry goes: its directory and its entry go.
-void leave(InstanceRegistry &registry, const LogPlace &place)
-{
-    QDir().rmdir(QString(place.LogDirectory).chopped(1));
-    registry.RemoveRegistryEntry();
-}
-
 } // namespace
 
-TEST(TwoCopies, EachRegistersUnderItsNumberWithItsOwnLogAndTheThirdTakesOverTheSecondsKey)
+TEST(TwoCopies, TheSecondCountsOnFromTheFirstsEntryWithALogDirectoryOfItsOwn)
 {
-    App::registerInstance();
-    ScriptedDialogs dialogs;
-    LogPlace first;
-    InstanceRegistry firstCopy(first);
-    firstCopy.prepareLogDirectory();
-    EXPECT_EQ(entry("0"), "1");
-    EXPECT_EQ(entry("1").section('|', 3), firstCopy.InstanceTag);
-
-    // The real program beside it, registering at its start.
+    DeleteSetting(App::Title(), "LogInfo");
+    QDir(App::Path() + "/Log").removeRecursively();
+    // The real program first, as the copy that starts alone and registers as 1.
     Pty com;
-    RunningProgram second(com.slavePath(), RunningProgram::SameUser);
-    ASSERT_TRUE(second.started());
-    ASSERT_TRUE(waitFor([] { return entry("2") != "-"; }, 20000));
+    RunningProgram first(com.slavePath(), RunningProgram::SameUser);
+    ASSERT_TRUE(first.started());
+    ASSERT_TRUE(waitFor([] { return entry("1") != "-"; }, 20000));
+    const QString firstEntry = entry("1");
+    const QString firstTag = firstEntry.section('|', 3);
+
+    App::registerInstance();
+    ASSERT_TRUE(App::PrevInstance());
+    LogPlace second;
+    InstanceRegistry secondCopy(second);
+    secondCopy.prepareLogDirectory();
+    EXPECT_EQ(int(second.InstanceNumber), 2);
     EXPECT_EQ(entry("0"), "2");
-    EXPECT_TRUE(entry("2").startsWith("Default|"));
-    const QString secondTag = entry("2").section('|', 3);
-    QStringList both{firstCopy.InstanceTag, secondTag};
+    EXPECT_EQ(entry("2").section('|', 3), secondCopy.InstanceTag);
+    QStringList both{firstTag, secondCopy.InstanceTag};
     both.sort();
     EXPECT_EQ(copyDirectories(), both);
 
-    leave(firstCopy, first);
-    EXPECT_EQ(entry("0"), "1");
-    EXPECT_EQ(entry("1"), "-");
-    EXPECT_EQ(copyDirectories(), QStringList{secondTag}) << "the other copy's log stays";
-
-    // A third counts on from 1 to 2, meets the second's entry, says so and takes it over.
-    LogPlace third;
-    InstanceRegistry thirdCopy(third);
-    thirdCopy.prepareLogDirectory();
-    EXPECT_EQ(int(third.InstanceNumber), 2);
-    ASSERT_EQ(dialogs.boxes.size(), 1);
-    EXPECT_EQ(dialogs.boxes[0].text,
-              "Existing Registry entry will be overwritten, improved functionality to come later!");
-    EXPECT_EQ(entry("2").section('|', 3), thirdCopy.InstanceTag);
-    EXPECT_EQ(copyDirectories().size(), 2);
-    leave(thirdCopy, third);
+    QDir().rmdir(QString(second.LogDirectory).chopped(1));
+    secondCopy.RemoveRegistryEntry();
     EXPECT_EQ(GetAllSettings(App::Title(), "LogInfo"),
-              (QList<QPair<QString, QString>>{{"0", "0"}}));
-    EXPECT_EQ(copyDirectories(), QStringList{secondTag});
+              (QList<QPair<QString, QString>>{{"0", "1"}, {"1", firstEntry}}));
+    EXPECT_EQ(copyDirectories(), QStringList{firstTag}) << "the other copy's log stays";
 }

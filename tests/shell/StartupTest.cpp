@@ -1,11 +1,13 @@
+#include "shell/Startup.h"
+
 #include "Pty.h"
 #include "ScriptedDialogs.h"
 #include "runtime/App.h"
 #include "runtime/SettingsStore.h"
-#include "shell/Startup.h"
 #include "view/frmMain.h"
 
 #include <QAction>
+#include <QDir>
 
 #include <gtest/gtest.h>
 
@@ -16,7 +18,13 @@ namespace {
 class StartupTest : public ::testing::Test
 {
 protected:
-    void SetUp() override { DeleteSetting(App::Title(), "Options"); }
+    void SetUp() override
+    {
+        DeleteSetting(App::Title(), "Options");
+        // No crashed copy's log: recovery offers nothing.
+        DeleteSetting(App::Title(), "LogInfo");
+        QDir(App::Path() + "/Log").removeRecursively();
+    }
     void TearDown() override { DeleteSetting(App::Title(), "Options"); }
 
     static QString stored(const char *key) { return GetSetting(App::Title(), "Options", key, "-"); }
