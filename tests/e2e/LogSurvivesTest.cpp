@@ -81,12 +81,29 @@ QList<qint64> pairsOnDisk(const QString &directory, const QHash<quint64, qint64>
     return chart.SaveLogAs(directory, 0, file) == 0 ? pairsOfLog(file, pairs) : QList<qint64>();
 }
 
-QHash<quint64, qint64> pairsSent(const QStringList &options)
+QList<ManifestBlock> blocksSent(const QStringList &options)
 {
     const QTemporaryDir dir;
     if (!writeSimulatedStream(options, dir.filePath("stream"), dir.filePath("manifest.json")))
         return {};
-    return pairsByBits(readManifest(dir.filePath("manifest.json")));
+    return readManifest(dir.filePath("manifest.json"));
+}
+
+QHash<quint64, qint64> pairsSent(const QStringList &options)
+{
+    return pairsByBits(blocksSent(options));
+}
+
+/// The last pair the program surely took: the port holds back fewer bytes than its receive
+/// threshold of 50 until more come.
+qint64 lastPairTaken(const QList<ManifestBlock> &blocks)
+{
+    const qint64 taken = blocks.isEmpty() ? 0 : blocks.last().end() - 49;
+    qint64 last = -1;
+    for (const ManifestBlock &block : blocks)
+        if (block.type == 'C' && block.end() <= taken)
+            last = block.pair;
+    return last;
 }
 
 /// The next start of the program in `home`, in this process: it offers the left-over log, the
@@ -192,10 +209,10 @@ TEST(LogSurvives, EndedByTheSessionTheNextStartRecoversEveryPairTaken)
         ASSERT_TRUE(waitFor([&] { return copy.simulator.finished(); }, 150000));
         waitFor([] { return false; }, 1500);
         ASSERT_TRUE(copy.program.endBy(signal));
-        const QHash<quint64, qint64> sent = pairsSent(copy.options);
-        const QList<qint64> all = pairsOnDisk(copy.logDirectory(), sent);
+        const QList<ManifestBlock> blocks = blocksSent(copy.options);
+        const QList<qint64> all = pairsOnDisk(copy.logDirectory(), pairsByBits(blocks));
         ASSERT_FALSE(all.isEmpty());
-        EXPECT_EQ(all.last(), sent.size() - 1) << "the last pair sent is on disk";
+        EXPECT_GE(all.last(), lastPairTaken(blocks)) << "the last pair taken is on disk";
         checkRecovery(copy, all, QStringLiteral("signal %1").arg(signal));
     }
 }
