@@ -32,8 +32,9 @@ void grow(Quillchart &chart, Counts from, Counts to);
 void grow(RunData &run, Counts from, Counts to);
 
 /// Compares a run with the content numbered below `counts`, samples bit for bit: an empty
-/// string when they agree, else what differs first.
-QString differences(const RunData &run, Counts counts);
+/// string when they agree, else what differs first. The content numbered from `lostFrom` up
+/// to `lostTo` must be missing: samples without a number, marks and method texts absent.
+QString differences(const RunData &run, Counts counts, Counts lostFrom = {}, Counts lostTo = {});
 
 std::optional<RunData> readRunFile(const QString &fileName);
 } // namespace RunContent

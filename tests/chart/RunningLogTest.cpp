@@ -44,8 +44,11 @@ TEST_F(RunningLog, SavedLogHoldsEverythingWritten)
     Quillchart scratch;
     ASSERT_EQ(scratch.SaveLogAs(logDir() + QStringLiteral("\\"), 0, path("saved.chl")), 0);
     EXPECT_EQ(scratch.GetLastTime(), 0.0f);
-    EXPECT_EQ(RunContent::differences(RunContent::readRunFile(path("saved.chl")).value(), counts),
-              QString());
+    const RunData saved = RunContent::readRunFile(path("saved.chl")).value();
+    EXPECT_EQ(RunContent::differences(saved, counts), QString());
+    EXPECT_EQ(saved.axes.timeMin, 0.0f);
+    EXPECT_GE(saved.axes.timeMax, float(SampleStore::timeOf(counts.samples - 1)))
+        << "it opens showing its whole time";
 }
 
 TEST_F(RunningLog, CloseLogLeavesTheDirectoryEmptyAndNoLogIsFound)
