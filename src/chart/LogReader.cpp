@@ -58,11 +58,12 @@ qsizetype nextRecord(QByteArrayView bytes, qsizetype from)
     return -1;
 }
 
-/// Reads the records of a log's files in order into a run, noting what was lost.
+/// Reads the records of a log's files in order into a run, noting what was lost. Without a
+/// run it only counts the records it would take, by the same rules.
 class Salvage
 {
 public:
-    explicit Salvage(RunData &run) : m_run(run) {}
+    explicit Salvage(RunData *run) : m_run(run) {}
 
     void readFile(quint32 index, const QByteArray &bytes, bool last);
     void fileMissing(quint32 count)
@@ -76,7 +77,10 @@ public:
 private:
     bool apply(quint32 sequence, QByteArrayView payload);
 
-    RunData &m_run;
+    RunData *m_run;
+    qint64 m_samples = 0;
+    qint64 m_marks = 0;
+    qint64 m_methodTexts = 0;
     quint32 m_expected = 1;
     qint64 m_records = 0;
     bool m_lost = false;
@@ -87,7 +91,8 @@ private:
 void Salvage::readFile(quint32 index, const QByteArray &bytes, bool last)
 {
     qsizetype offset = LogFormat::isHeader(bytes, index) ? LogFormat::kHeaderSize : 0;
-    while (offset < bytes.size()) {
+    // A count of records needs only the first.
+    while (offset < bytes.size() && (m_run != nullptr || m_records == 0)) {
         quint32 sequence = 0;
         const auto payload = frameAt(bytes, offset, sequence);
         if (payload && apply(sequence, *payload)) {
@@ -111,8 +116,6 @@ bool Salvage::apply(quint32 sequence, QByteArrayView payload)
 {
     if (sequence < m_expected)
         return false;
-    SampleStore &store = m_run.store;
-    ChartAnnotations &annotations = m_run.annotations;
     ByteReader in(payload);
     const quint64 sampleStart = in.u64();
     const quint32 count = in.u32();
@@ -122,26 +125,30 @@ bool Salvage::apply(quint32 sequence, QByteArrayView payload)
     const bool marksRead = RunFileCodec::readMarks(in, added);
     const quint64 methodStart = in.u64();
     if (!marksRead || !RunFileCodec::readMethodTexts(in, added) || !in.atEnd() ||
-        sampleStart < quint64(store.count()) ||
-        sampleStart - quint64(store.count()) > quint64(m_gapBudget) ||
-        markStart < annotations.eventMarks().size() ||
-        methodStart < annotations.methodTexts().size())
+        sampleStart < quint64(m_samples) ||
+        sampleStart - quint64(m_samples) > quint64(m_gapBudget) || markStart < quint64(m_marks) ||
+        methodStart < quint64(m_methodTexts))
         return false;
-    const bool gap = sampleStart > quint64(store.count()) || sequence > m_expected ||
-                     markStart > annotations.eventMarks().size() ||
-                     methodStart > annotations.methodTexts().size();
-    m_lost = m_lost || gap;
-    while (quint64(store.count()) < sampleStart)
-        store.append(NAN, NAN);
-    ByteReader values(samples);
-    for (quint32 i = 0; i < count; ++i) {
-        const float uv = values.f32();
-        store.append(uv, values.f32());
+    m_lost = m_lost || sequence > m_expected || sampleStart > quint64(m_samples) ||
+             markStart > quint64(m_marks) || methodStart > quint64(m_methodTexts);
+    if (m_run) {
+        SampleStore &store = m_run->store;
+        while (quint64(store.count()) < sampleStart)
+            store.append(NAN, NAN);
+        ByteReader values(samples);
+        for (quint32 i = 0; i < count; ++i) {
+            const float uv = values.f32();
+            store.append(uv, values.f32());
+        }
+        ChartAnnotations &annotations = m_run->annotations;
+        for (const EventMark &mark : added.eventMarks())
+            annotations.addEventMark(mark.label, mark.color, mark.height, mark.time);
+        for (const MethodText &text : added.methodTexts())
+            annotations.addMethodText(text.text, text.time);
     }
-    for (const EventMark &mark : added.eventMarks())
-        annotations.addEventMark(mark.label, mark.color, mark.height, mark.time);
-    for (const MethodText &text : added.methodTexts())
-        annotations.addMethodText(text.text, text.time);
+    m_samples = qint64(sampleStart) + count;
+    m_marks = qint64(markStart) + qint64(added.eventMarks().size());
+    m_methodTexts = qint64(methodStart) + qint64(added.methodTexts().size());
     m_expected = sequence + 1;
     m_gapBudget = 0;
     ++m_records;
@@ -154,7 +161,8 @@ std::optional<QByteArray> contentOf(const QString &fileName)
     return file.readRest();
 }
 
-LogReader::Status readFiles(const QString &directory, RunData &run)
+/// Reads the log's files in order; without a run, only until a first record is taken.
+LogReader::Status readFiles(const QString &directory, RunData *run)
 {
     if (directory.isEmpty())
         return LogReader::Status::NoLog;
@@ -164,6 +172,8 @@ LogReader::Status readFiles(const QString &directory, RunData &run)
     Salvage salvage(run);
     quint32 previous = 0;
     for (const auto &[index, path] : files) {
+        if (run == nullptr && salvage.records() > 0)
+            break;
         if (index != previous + 1)
             salvage.fileMissing(index - previous - 1);
         previous = index;
@@ -182,15 +192,18 @@ LogReader::Status readFiles(const QString &directory, RunData &run)
 
 bool LogReader::hasLog(const QString &directory)
 {
-    RunData run;
-    const Status status = read(directory, run);
-    return status == Status::Good || status == Status::Salvaged;
+    try {
+        const Status status = readFiles(directory, nullptr);
+        return status == Status::Good || status == Status::Salvaged;
+    } catch (const std::bad_alloc &) {
+        return false;
+    }
 }
 
 LogReader::Status LogReader::read(const QString &directory, RunData &run)
 {
     try {
-        return readFiles(directory, run);
+        return readFiles(directory, &run);
     } catch (const std::bad_alloc &) {
         return Status::OutOfMemory;
     }

@@ -66,6 +66,7 @@ void Recovery::FillKnownLogs(frmDataRecovery &form)
 void Recovery::FillUnknownLogs(frmDataRecovery &form)
 {
     UnknownLogsFound = false;
+    UnknownLogDirs.clear();
     const QString folder = InstanceRegistry::logFolder();
     // "." and ".." are tested too; they never hold a log.
     const QStringList names =
