@@ -65,17 +65,20 @@ frmDataRecovery::frmDataRecovery(Recovery &recovery, QWidget *parent)
 
     // The heads stand over the list's columns, which start at characters 3, 33 and 46.
     auto *heads = new QWidget(this);
-    const int character = QFontMetrics(fixed).horizontalAdvance(QLatin1Char('M'));
+    const QFontMetricsF metrics(fixed);
     const int margin = lstLogFiles->frameWidth() +
                        lstLogFiles->style()->pixelMetric(QStyle::PM_IndicatorWidth) + 8;
+    const auto columnX = [&](int column) {
+        return margin + qRound(metrics.horizontalAdvance(QString(column, QLatin1Char(' '))));
+    };
     for (const auto &[label, column] :
          {std::pair{lblPrompt[4], 2}, std::pair{lblPrompt[5], 32}, std::pair{lblPrompt[6], 45}}) {
         label->setParent(heads);
         label->setWordWrap(false);
-        label->move(margin + column * character, 0);
+        label->move(columnX(column), 0);
     }
     heads->setMinimumHeight(lblPrompt[4]->sizeHint().height());
-    heads->setMinimumWidth(margin + 60 * character);
+    heads->setMinimumWidth(columnX(60));
 
     auto *buttons = new QHBoxLayout;
     buttons->addStretch();
