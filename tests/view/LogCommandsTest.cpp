@@ -120,3 +120,22 @@ TEST_F(LogCommands, ACancelIsLoggedAndAnUnreadableLogIsReportedButCountsAsSaved)
     EXPECT_TRUE(dialogs.boxes[0].text.startsWith("Serious Data Error!"));
     EXPECT_EQ(dialogs.fileDialogs.size(), 1) << "no dialog for a log that is not there";
 }
+
+TEST_F(LogCommands, LogOffStopsTheTimerAtOnceAndLogOnRestartsItOnlyWithDataComing)
+{
+    EXPECT_TRUE(window.runningLog->TimerSaveLog().isActive()) << "from the stream's first sync";
+    window.mnuLogOff_Click();
+    EXPECT_FALSE(window.runningLog->TimerSaveLog().isActive());
+    EXPECT_TRUE(window.menu.mnuLogOn->isEnabled());
+    EXPECT_FALSE(window.menu.mnuLogOff->isEnabled());
+    EXPECT_TRUE(window.toolbar.cmdLogOff->isChecked());
+    EXPECT_FALSE(window.toolbar.cmdLogOn->isChecked());
+
+    window.ComDataLost();
+    window.mnuLogOn_Click();
+    EXPECT_TRUE(window.settings.DataLogging);
+    EXPECT_FALSE(window.runningLog->TimerSaveLog().isActive()) << "no data since the loss";
+    EXPECT_TRUE(window.toolbar.cmdLogOn->isChecked());
+    take(2);
+    EXPECT_TRUE(window.runningLog->TimerSaveLog().isActive()) << "the next sync starts it";
+}
