@@ -6,7 +6,6 @@
 
 #include <QDir>
 #include <QFile>
-#include <QRandomGenerator>
 #include <QTemporaryDir>
 #include <QtEndian>
 
@@ -85,36 +84,6 @@ protected:
 };
 
 } // namespace
-
-TEST_F(LogDamage, TornLastRecordIsDroppedExactly)
-{
-    const Record &last = m_records.back();
-    const QByteArray bytes = read(last.file);
-    std::vector<std::pair<std::string, QByteArray>> torn;
-    QRandomGenerator random(7);
-    QByteArray noise(last.end - last.begin + 16, Qt::Uninitialized);
-    for (char &c : noise)
-        c = char(random.bounded(256));
-    for (qsizetype cut = last.begin; cut < last.end; ++cut) {
-        const QByteArray kept = bytes.left(cut);
-        const QByteArray garbage = noise.left(last.end - cut + 16);
-        torn.emplace_back("cut at " + std::to_string(cut), kept);
-        torn.emplace_back("zeros from " + std::to_string(cut),
-                          kept + QByteArray(last.end - cut, 0));
-        torn.emplace_back("garbage from " + std::to_string(cut), kept + garbage);
-    }
-    const quint32 length = qFromLittleEndian<quint32>(bytes.data() + last.begin + 8);
-    for (quint32 bad : {0u, 1u, length - 1, length + 1, length + 4096, 0x7fffffffu, 0xffffffffu}) {
-        QByteArray damaged = bytes;
-        qToLittleEndian(bad, damaged.data() + last.begin + 8);
-        torn.emplace_back("length " + std::to_string(bad), damaged);
-    }
-    for (const auto &[what, damaged] : torn) {
-        RunData run;
-        ASSERT_EQ(readWith(last.file, damaged, run), LogReader::Status::Good) << what;
-        ASSERT_EQ(RunContent::differences(run, m_acks[m_acks.size() - 2]), QString()) << what;
-    }
-}
 
 TEST_F(LogDamage, AFlippedBitLosesOnlyItsRecordsStretchAndTheCheckAgrees)
 {

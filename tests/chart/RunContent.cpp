@@ -33,17 +33,6 @@ MethodText RunContent::methodText(qint64 n)
                       float(n) * 1.25f};
 }
 
-RunContent::Counts RunContent::afterTicks(int ticks)
-{
-    Counts counts;
-    for (int tick = 0; tick < ticks; ++tick) {
-        counts.samples += 20 + tick * 37 % 80;
-        counts.marks += tick % 3 == 0 ? 1 : 0;
-        counts.methodTexts += tick % 7 == 0 ? 1 : 0;
-    }
-    return counts;
-}
-
 void RunContent::grow(Quillchart &chart, Counts from, Counts to)
 {
     for (qint64 n = from.samples; n < to.samples; ++n)

@@ -10,8 +10,7 @@
 class Quillchart;
 struct RunData;
 
-/// Deterministic run content, the same in a test and in a child process it watches: sample,
-/// mark and method text n depend on n alone.
+/// Deterministic run content: sample, mark and method text n depend on n alone.
 namespace RunContent {
 SamplePair sample(qint64 n);
 EventMark mark(qint64 n);
@@ -23,9 +22,6 @@ struct Counts
     qint64 marks = 0;
     qint64 methodTexts = 0;
 };
-
-/// What a chart that grows by one tick of the crash test holds after `ticks` ticks.
-Counts afterTicks(int ticks);
 
 /// Adds the samples, marks and method texts numbered from `from` up to `to`.
 void grow(Quillchart &chart, Counts from, Counts to);
