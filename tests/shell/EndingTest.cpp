@@ -1,14 +1,12 @@
 #include "../acquisition/StreamBytes.h"
+#include "LogFile.h"
 #include "ScriptedDialogs.h"
 #include "chart/Quillchart.h"
-#include "chart/RunData.h"
-#include "chart/RunFileCodec.h"
 #include "documents/LogPlace.h"
 #include "shell/SessionEnd.h"
 #include "view/frmMain.h"
 
 #include <QCoreApplication>
-#include <QFile>
 #include <QTemporaryDir>
 #include <QTimer>
 
@@ -58,11 +56,8 @@ qint64 pairsLogged(const QString &directory)
 {
     const QTemporaryDir out;
     Quillchart chart;
-    QFile file(out.filePath("log.chl"));
-    if (chart.SaveLogAs(directory, 0, file.fileName()) != 0 || !file.open(QIODevice::ReadOnly))
-        return -1;
-    const auto run = RunFileCodec::decode(file.readAll(), RunFileCodec::Kind::Log);
-    return run ? run->store.count() : -1;
+    const QString file = out.filePath("log.chl");
+    return chart.SaveLogAs(directory, 0, file) == 0 ? pairsInLogFile(file) : -1;
 }
 
 } // namespace

@@ -1,11 +1,10 @@
 #include "shell/Recovery.h"
 
 #include "Fakes.h"
+#include "LogFile.h"
 #include "ModalDriver.h"
 #include "ScriptedDialogs.h"
 #include "chart/Quillchart.h"
-#include "chart/RunData.h"
-#include "chart/RunFileCodec.h"
 #include "runtime/App.h"
 #include "runtime/SettingsStore.h"
 #include "shell/InstanceRegistry.h"
@@ -13,7 +12,6 @@
 #include "view/frmMain.h"
 
 #include <QDir>
-#include <QFile>
 #include <QListWidget>
 #include <QPushButton>
 #include <QTemporaryDir>
@@ -117,15 +115,6 @@ protected:
             SaveSetting(App::Title(), "LogInfo", key, kEntry + tag);
     }
 
-    static qint64 pairsIn(const QString &file)
-    {
-        QFile in(file);
-        if (!in.open(QIODevice::ReadOnly))
-            return -1;
-        const auto run = RunFileCodec::decode(in.readAll(), RunFileCodec::Kind::Log);
-        return run ? run->store.count() : -1;
-    }
-
     /// Runs recovery with the register as it stands, the dialog answered by `answer`.
     void recover(const std::function<void(frmDataRecovery &)> &answer)
     {
@@ -169,7 +158,7 @@ TEST_F(RecoveryTest, OneCrashedRunIsSavedAndEverythingGoesWithoutAQuestion)
     });
     EXPECT_EQ(rows, QStringList{InstanceRegistry::EntryDisplayText(kEntry + "4242")});
     EXPECT_EQ(dialogs.fileDialogs.value(0).FileName, "Lab 3");
-    EXPECT_EQ(pairsIn(out.filePath("lab.chl")), 9);
+    EXPECT_EQ(pairsInLogFile(out.filePath("lab.chl")), 9);
     EXPECT_EQ(dialogs.beeps, 1) << "the dialog's own; the save made no complaint";
     EXPECT_TRUE(dialogs.boxes.isEmpty()) << "Done ran by itself, with no warning";
     EXPECT_TRUE(leftOvers().isEmpty());
@@ -197,7 +186,7 @@ TEST_F(RecoveryTest, AnUnknownLogIsOfferedByItsNumberAndDoneWarnsBeforeLosingThe
     EXPECT_EQ(before, QStringList({InstanceRegistry::EntryDisplayText(kEntry + "4242"),
                                    "  Unknown Log File 77"}));
     EXPECT_EQ(dialogs.fileDialogs.value(0).FileName, "77");
-    EXPECT_EQ(pairsIn(out.filePath("unknown.chl")), 4);
+    EXPECT_EQ(pairsInLogFile(out.filePath("unknown.chl")), 4);
     EXPECT_EQ(after, before.mid(0, 1)) << "Cancel kept the dialog up with the known row";
     ASSERT_EQ(dialogs.boxes.size(), 2);
     EXPECT_EQ(dialogs.boxes[0].title, "Ostrel MS - Warning!");

@@ -1,7 +1,6 @@
 #include "../acquisition/StreamBytes.h"
+#include "LogFile.h"
 #include "ScriptedDialogs.h"
-#include "chart/RunData.h"
-#include "chart/RunFileCodec.h"
 #include "documents/ErrorHandler.h"
 #include "view/frmMain.h"
 
@@ -36,15 +35,6 @@ protected:
             bytes += pair(0.001f * float(taken++), 3.0f);
         window.link.ring().store(bytes);
         window.link.TimerProcess_Timer();
-    }
-
-    static qint64 pairsIn(const QString &file)
-    {
-        QFile in(file);
-        if (!in.open(QIODevice::ReadOnly))
-            return -1;
-        const auto run = RunFileCodec::decode(in.readAll(), RunFileCodec::Kind::Log);
-        return run ? run->store.count() : -1;
     }
 
     static QString errorLog()
@@ -97,7 +87,7 @@ TEST_F(LogCommands, SaveLogWritesEveryPairTakenUnderTheChosenNameAndWaitsForTheN
     EXPECT_EQ(shown.DefaultExt, "chl");
     EXPECT_EQ(shown.Flags, 2054);
     EXPECT_TRUE(window.ComDlg.CancelError) << "it stays on after the command";
-    EXPECT_EQ(pairsIn(home.filePath("kept.chl")), 17);
+    EXPECT_EQ(pairsInLogFile(home.filePath("kept.chl")), 17);
     EXPECT_FALSE(window.menu.mnuSaveLog->isEnabled()) << "offered again after the next tick";
     EXPECT_TRUE(dialogs.boxes.isEmpty());
 }
