@@ -41,29 +41,24 @@ TEST(RegistryText, EntriesNameTheirDirectoryAndShowInColumns)
 
 TEST(Registry, AFirstStartMakesTheFolderAndACountThatIsNoNumberCountsAsNone)
 {
-    for (const QString count : {"", "many"}) {
-        SCOPED_TRACE(count.toStdString());
-        QDir(App::Path() + "/Log").removeRecursively();
-        DeleteSetting(App::Title(), "LogInfo");
-        if (!count.isEmpty())
-            SaveSetting(App::Title(), "LogInfo", "0", count);
-        ScriptedDialogs dialogs;
-        LogPlace place;
-        InstanceRegistry registry(place);
-        registry.prepareLogDirectory();
-        EXPECT_EQ(int(place.InstanceNumber), 1);
-        EXPECT_TRUE(dialogs.boxes.isEmpty());
-        EXPECT_EQ(place.LogDirectory, App::Path() + "/Log/" + registry.InstanceTag + "/");
-        EXPECT_TRUE(QDir(place.LogDirectory).exists());
-        EXPECT_EQ(GetSetting(App::Title(), "LogInfo", "1"), "Default|" + registry.StartDate + "|" +
-                                                                registry.StartTime + "|" +
-                                                                registry.InstanceTag);
-        // The directory stands as a crashed copy's of the same number would: the next steps on.
-        LogPlace next;
-        InstanceRegistry nextCopy(next);
-        nextCopy.prepareLogDirectory();
-        EXPECT_EQ(nextCopy.InstanceTag.toLongLong(), registry.InstanceTag.toLongLong() + 65536);
-    }
+    QDir(App::Path() + "/Log").removeRecursively();
+    SaveSetting(App::Title(), "LogInfo", "0", "many");
+    ScriptedDialogs dialogs;
+    LogPlace place;
+    InstanceRegistry registry(place);
+    registry.prepareLogDirectory();
+    EXPECT_EQ(int(place.InstanceNumber), 1);
+    EXPECT_TRUE(dialogs.boxes.isEmpty());
+    EXPECT_EQ(place.LogDirectory, App::Path() + "/Log/" + registry.InstanceTag + "/");
+    EXPECT_TRUE(QDir(place.LogDirectory).exists());
+    EXPECT_EQ(GetSetting(App::Title(), "LogInfo", "1"), "Default|" + registry.StartDate + "|" +
+                                                            registry.StartTime + "|" +
+                                                            registry.InstanceTag);
+    // The directory stands as a crashed copy's of the same number would: the next steps on.
+    LogPlace next;
+    InstanceRegistry nextCopy(next);
+    nextCopy.prepareLogDirectory();
+    EXPECT_EQ(nextCopy.InstanceTag.toLongLong(), registry.InstanceTag.toLongLong() + 65536);
 }
 
 TEST(Registry, ACopyCountingOnMeetsARunningCopysKeyAndTakesItOver)

@@ -55,9 +55,14 @@ TEST_F(StartupTest, FirstStartTakesTheDefaultsOpensTheLinkAndWatchesItOnceShown)
     EXPECT_TRUE(window.menu.mnuLogOff->isEnabled());
     EXPECT_EQ(window.windowTitle(), "Ostrel MS - Velquin System: Default");
     EXPECT_EQ(stored("ComPortNumber"), "-") << "nothing is written before the exit";
+    const QString logDirectory = window.logPlace.LogDirectory;
+    EXPECT_TRUE(QDir(logDirectory).exists());
     window.close();
     EXPECT_EQ(stored("ComPortNumber"), "1");
     EXPECT_EQ(stored("DataLogging"), "True");
+    EXPECT_FALSE(QDir(logDirectory).exists()) << "a clean exit leaves no log behind";
+    EXPECT_EQ(GetAllSettings(App::Title(), "LogInfo"),
+              (QList<QPair<QString, QString>>{{"0", "0"}}));
 }
 
 TEST_F(StartupTest, LoggingStoredAsZeroStartsWithLogOnOffered)

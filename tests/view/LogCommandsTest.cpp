@@ -87,7 +87,10 @@ TEST_F(LogCommands, SaveLogWritesEveryPairTakenUnderTheChosenNameAndWaitsForTheN
     EXPECT_EQ(shown.DefaultExt, "chl");
     EXPECT_EQ(shown.Flags, 2054);
     EXPECT_TRUE(window.ComDlg.CancelError) << "it stays on after the command";
-    EXPECT_EQ(pairsInLogFile(home.filePath("kept.chl")), 17);
+    const auto saved = readLogFile(home.filePath("kept.chl"));
+    ASSERT_TRUE(saved);
+    EXPECT_EQ(saved->store.count(), 17);
+    EXPECT_GE(saved->axes.timeMax, float(SampleStore::timeOf(16))) << "it opens whole";
     EXPECT_FALSE(window.menu.mnuSaveLog->isEnabled()) << "offered again after the next tick";
     EXPECT_TRUE(dialogs.boxes.isEmpty());
 }
