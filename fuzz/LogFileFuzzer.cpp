@@ -57,8 +57,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
         QFile::remove(dir.filePath(LogFormat::fileName(2)));
     RunData run;
     const LogReader::Status status = LogReader::read(directory.path(), run);
-    (void)LogReader::hasLog(directory.path());
-    if (status == LogReader::Status::Good) {
+    const bool usable = status == LogReader::Status::Good || status == LogReader::Status::Salvaged;
+    // The check before a save must promise exactly what the save can keep.
+    if (LogReader::hasLog(directory.path()) != usable)
+        std::abort();
+    if (usable) {
         const QByteArray saved = encoded(run);
         const auto again = RunFileCodec::decode(saved, RunFileCodec::Kind::Log);
         if (!again || encoded(*again) != saved)

@@ -14,7 +14,6 @@ if [ "${1:-}" = "--sanitize" ]; then
     options=(-DCMAKE_BUILD_TYPE=RelWithDebInfo -DOSTREL_SANITIZE=ON -DOSTREL_BENCH=OFF)
     export ASAN_OPTIONS=detect_leaks=0:abort_on_error=1
     export UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1
-    export OSTREL_SANITIZED=1
 else
     build=build
     options=(-DCMAKE_BUILD_TYPE=RelWithDebInfo)

@@ -1,5 +1,6 @@
 // Run files and the running log on a realistic day: load and save of a 24-hour run, bytes a
-// pair on disk, and one WriteLog of 20 seconds of data on a log of an hour or of a week.
+// pair on disk, one WriteLog of 20 seconds of data on a log of an hour or of a week, and the
+// check and the save of a week's log a crash left behind.
 #include "../chart/Chromatogram.h"
 #include "chart/Quillchart.h"
 
@@ -111,6 +112,38 @@ void BM_WriteLogTwentySeconds(benchmark::State &state)
     chart->CloseLog(dir, 1);
 }
 BENCHMARK(BM_WriteLogTwentySeconds)->Arg(1)->Arg(168)->Unit(benchmark::kMillisecond);
+
+/// A week's log left behind, in files of a day, as a crash leaves it.
+QString weekLog()
+{
+    const QString dir = benchDirectory() + QStringLiteral("/week");
+    if (!QDir(dir).exists()) {
+        QDir().mkpath(dir);
+        if (makeChart(kWeek)->WriteLog(dir, 1, 20000, 24.0) != 0)
+            return {};
+    }
+    return dir;
+}
+
+void BM_CheckLogFileWeek(benchmark::State &state)
+{
+    const QString dir = weekLog();
+    Quillchart chart;
+    for (auto _ : state)
+        if (!chart.CheckLogFile(dir))
+            state.SkipWithError("no log found");
+}
+BENCHMARK(BM_CheckLogFileWeek)->Unit(benchmark::kMillisecond);
+
+void BM_SaveLogAsWeek(benchmark::State &state)
+{
+    const QString dir = weekLog();
+    Quillchart chart;
+    for (auto _ : state)
+        if (chart.SaveLogAs(dir, 0, benchDirectory() + QStringLiteral("/week.chl")) != 0)
+            state.SkipWithError("SaveLogAs failed");
+}
+BENCHMARK(BM_SaveLogAsWeek)->Unit(benchmark::kMillisecond);
 
 } // namespace
 

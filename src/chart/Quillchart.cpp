@@ -436,13 +436,18 @@ qint16 Quillchart::SaveLogAs(const QString &LogDirectory, qint16, const QString 
     const LogReader::Status status = LogReader::read(LogDirectory, run);
     if (status == LogReader::Status::OutOfMemory)
         return outOfMemory();
-    if (status != LogReader::Status::Good) {
+    if (status != LogReader::Status::Good && status != LogReader::Status::Salvaged) {
         emit ChartError(m_index, kLogCorrupted);
         return kLogCorrupted;
     }
+    // Opened later, the log shows its whole time at once.
+    run.axes.timeMax = std::max(run.axes.timeMax, float(SampleStore::timeOf(run.store.count())));
     if (!DurableFile::write(NewFileName, encodeWhole(run.store, run.annotations, run.axes,
                                                      run.title, RunFileCodec::Kind::Log)))
         return qint16(ErrorNumber::PathFileAccess);
+    // What is saved is all there is; the operator still hears that a stretch was lost.
+    if (status == LogReader::Status::Salvaged)
+        emit ChartError(m_index, kLogCorrupted);
     return 0;
 }
 

@@ -87,11 +87,14 @@ public:
     /// A directory that holds a log this chart did not write is left alone (75).
     qint16 WriteLog(const QString &LogDirectory, qint16 InstanceNumber, qint32 Interval,
                     double DataFileSizeHours);
-    /// True when `LogDirectory` (with or without a trailing separator) holds a usable log.
+    /// True when `LogDirectory` (with or without a trailing separator) holds a record that
+    /// SaveLogAs would save.
     bool CheckLogFile(const QString &LogDirectory);
-    /// Writes the log in `LogDirectory` as the `.chl` file `NewFileName`; any instance number,
-    /// 0 included, finds it. A damaged log raises ChartError -21 and answers -21; nothing is
-    /// written then. The chart's own data are untouched.
+    /// Writes every whole record of the log in `LogDirectory` as the `.chl` file
+    /// `NewFileName`, its time axis spanning the whole run; any instance number, 0 included,
+    /// finds it. A log that lost a stretch is saved without it and raises ChartError -21; one
+    /// with nothing usable raises -21 and answers -21, writing nothing. The chart's own data
+    /// are untouched.
     qint16 SaveLogAs(const QString &LogDirectory, qint16 InstanceNumber,
                      const QString &NewFileName);
     /// Deletes the log's files, leaving `LogDirectory` empty.

@@ -23,6 +23,7 @@ private:
 };
 
 namespace ErrorNumber {
+constexpr int InvalidProcedureCall = 5;
 constexpr int Overflow = 6;
 constexpr int OutOfMemory = 7;
 constexpr int TypeMismatch = 13;

@@ -1,9 +1,11 @@
 #include "shell/Startup.h"
 
 #include "runtime/App.h"
+#include "runtime/RuntimeError.h"
+#include "shell/Recovery.h"
 #include "view/frmMain.h"
 
-Startup::Startup(frmMain &window) : m_window(window)
+Startup::Startup(frmMain &window) : m_window(window), m_registry(window.logPlace)
 {}
 
 bool Startup::openPort()
@@ -16,5 +18,19 @@ bool Startup::openPort()
 
 void Startup::firstActivation()
 {
+    // Beside a running copy, the directories found may be that copy's.
+    if (!App::PrevInstance()) {
+        Recovery recovery(m_window.logPlace, m_registry.LogInfoTable(), *m_window.Chart[5],
+                          *m_window.runningLog, &m_window);
+        recovery.run();
+    }
+    m_registry.prepareLogDirectory();
     m_window.session.startWatchdog();
+}
+
+void Startup::windowClosing()
+{
+    ignoreErrors([&] { m_window.settings.SaveSettings(); });
+    m_window.runningLog->closeLog();
+    m_registry.RemoveRegistryEntry();
 }

@@ -1,12 +1,14 @@
 #pragma once
 
+#include "shell/InstanceRegistry.h"
 #include "view/WindowShell.h"
 
 class frmMain;
 
-/// @brief The program's start: the serial steps of the window's load and its first
-/// activation, which the window itself leaves to the shell so that it can be built without a
-/// port.
+/// @brief The program's start and end: the serial steps of the window's load, its first
+/// activation (recovery of what crashed copies left, the copy's log directory and registration,
+/// the link watchdog) and the tidying of a clean exit, which the window itself leaves to the
+/// shell so that it can be built without a port.
 class Startup : public WindowShell
 {
 public:
@@ -15,10 +17,13 @@ public:
     /// Chooses a free port and opens the link on it. Answers false when no port is free: the
     /// operator has been told, and the program must end.
     [[nodiscard]] bool openPort();
-    /// The link watchdog starts: an instrument that sends nothing is reported at its first
-    /// tick.
+    /// Offers the logs of crashed copies when no other copy runs, registers this copy with a
+    /// log directory of its own, and starts the link watchdog.
     void firstActivation() override;
+    void windowClosing() override;
 
 private:
     frmMain &m_window;
+    // Made with the splash, before anything: it reads the copies registered before this one.
+    InstanceRegistry m_registry;
 };

@@ -1,6 +1,7 @@
 #include "runtime/App.h"
 #include "runtime/Application.h"
 #include "runtime/RuntimeError.h"
+#include "shell/SessionEnd.h"
 #include "shell/Startup.h"
 #include "view/frmMain.h"
 
@@ -12,8 +13,12 @@ int main(int argc, char **argv)
         frmMain window;
         Startup startup(window);
         window.setShell(&startup);
-        if (!startup.openPort())
+        const SessionEnd sessionEnd([&window] { window.runningLog->writeBeforeEnd(); });
+        if (!startup.openPort()) {
+            // The window unloads before the copy registered, counting it out all the same.
+            startup.windowClosing();
             return 0;
+        }
         window.show();
         return Application::exec();
     } catch (const RuntimeError &error) {

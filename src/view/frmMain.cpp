@@ -38,14 +38,12 @@ Charts createCharts()
 frmMain::frmMain(QWidget *parent)
     : QMainWindow(parent)
     , Chart(createCharts())
-    , InstanceNumber(App::PrevInstance() ? 2 : 1)
     , errors(link, *this)
-    , settings(errors, InstanceNumber)
+    , settings(errors, logPlace.InstanceNumber)
     , intake(*Chart[0], *Chart[5], link, errors, *this, settings.DataLogging)
     , session(link, intake, *this, *this)
     , link(errors, intake, session)
     , ports(link, session, settings.ComPortNumber)
-    , runningLog(settings, link, intake)
 {
     setWindowIcon(toolbarIcon(QStringLiteral("picLogo")));
     menu.build(menuBar());
@@ -53,11 +51,13 @@ frmMain::frmMain(QWidget *parent)
     buildCharts();
     FrameScaleAxis = new AxisFrame(centralWidget());
     buildLeds();
+    runningLog = std::make_unique<RunningLog>(settings, link, intake, logPlace, *Chart[5],
+                                              *Chart[6], ComDlg, errors, *menu.mnuSaveLog);
 
     commands = std::make_unique<CommandStates>(menu, toolbar);
     axes = std::make_unique<AxisPanels>(*FrameScaleAxis, tabs, Chart);
     timeAxis = std::make_unique<TimeAxis>(*FrameScaleAxis, *axes, tabs, Chart, ScrollChart, intake);
-    sessionCommands = std::make_unique<SessionCommands>(session, runningLog, tabs, *commands,
+    sessionCommands = std::make_unique<SessionCommands>(session, *runningLog, tabs, *commands,
                                                         *timeAxis, toolbar, *ShapeReciveLed, Chart);
     tabSwitch = std::make_unique<TabSwitch>(*TabChart, tabs, Chart, *commands, toolbar,
                                             *FrameScaleAxis, *axes, *timeAxis, intake);
@@ -181,6 +181,16 @@ void frmMain::mnuSaveSlectedData_Click()
     files->mnuSaveSlectedData_Click();
 }
 
+void frmMain::mnuSaveLog_Click()
+{
+    runningLog->mnuSaveLog_Click();
+}
+
+void frmMain::TimerSaveLog_Timer()
+{
+    runningLog->TimerSaveLog_Timer();
+}
+
 void frmMain::mnuClear_Click()
 {
     files->mnuClear_Click();
@@ -259,13 +269,13 @@ void frmMain::linkLost()
 
 void frmMain::stopLogTimer()
 {
-    runningLog.stopTimer();
+    runningLog->stopTimer();
 }
 
 void frmMain::closeEvent(QCloseEvent *event)
 {
-    // Only the first copy writes; a failure has nobody left to tell.
-    ignoreErrors([&] { settings.SaveSettings(); });
+    if (m_shell)
+        m_shell->windowClosing();
     QMainWindow::closeEvent(event);
 }
 

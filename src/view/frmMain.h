@@ -8,6 +8,7 @@
 #include "acquisition/SessionHost.h"
 #include "documents/ChartTabs.h"
 #include "documents/ErrorHandler.h"
+#include "documents/LogPlace.h"
 #include "documents/MenuCommands.h"
 #include "documents/RunningLog.h"
 #include "documents/Settings.h"
@@ -72,6 +73,8 @@ public:
     void mnuSaveData_Click();
     void mnuSaveDataAs_Click();
     void mnuSaveSlectedData_Click();
+    void mnuSaveLog_Click();
+    void TimerSaveLog_Timer();
     void mnuClear_Click();
     void mnuClose_Click();
     void TabChart_Click();
@@ -84,14 +87,13 @@ public:
     void UpdateLiveView() override;
 
     Charts Chart;
-    Int16 InstanceNumber = 1;
+    LogPlace logPlace;
     ErrorHandler errors;
     Settings settings;
     SampleIntake intake;
     RecordingSession session;
     Link link;
     PortChoice ports;
-    RunningLog runningLog;
     ChartTabs tabs;
     ::ComDlg ComDlg;
 
@@ -111,6 +113,7 @@ public:
     std::unique_ptr<SessionCommands> sessionCommands;
     std::unique_ptr<TabSwitch> tabSwitch;
     std::unique_ptr<FileCommands> files;
+    std::unique_ptr<RunningLog> runningLog;
 
 protected:
     void closeEvent(QCloseEvent *event) override;

@@ -69,6 +69,7 @@ void frmMain::connectCommands()
         {menu.mnuSaveSlectedData, &frmMain::mnuSaveSlectedData_Click},
         {menu.mnuClear, &frmMain::mnuClear_Click},
         {menu.mnuClose, &frmMain::mnuClose_Click},
+        {menu.mnuSaveLog, &frmMain::mnuSaveLog_Click},
     };
     for (const auto &[item, routine] : routines)
         connect(item, &QAction::triggered, this, routine);

@@ -33,17 +33,6 @@ MethodText RunContent::methodText(qint64 n)
                       float(n) * 1.25f};
 }
 
-RunContent::Counts RunContent::afterTicks(int ticks)
-{
-    Counts counts;
-    for (int tick = 0; tick < ticks; ++tick) {
-        counts.samples += 20 + tick * 37 % 80;
-        counts.marks += tick % 3 == 0 ? 1 : 0;
-        counts.methodTexts += tick % 7 == 0 ? 1 : 0;
-    }
-    return counts;
-}
-
 void RunContent::grow(Quillchart &chart, Counts from, Counts to)
 {
     for (qint64 n = from.samples; n < to.samples; ++n)
@@ -64,39 +53,50 @@ void RunContent::grow(RunData &run, Counts from, Counts to)
         run.annotations.addMethodText(methodText(n).text, methodText(n).time);
 }
 
-QString RunContent::differences(const RunData &run, Counts counts)
+QString RunContent::differences(const RunData &run, Counts counts, Counts lostFrom, Counts lostTo)
 {
     const auto bits = [](float value) { return std::bit_cast<quint32>(value); };
+    const auto lost = [](qint64 n, qint64 from, qint64 to) { return n >= from && n < to; };
     if (run.store.count() != counts.samples)
         return QStringLiteral("%1 samples instead of %2")
             .arg(run.store.count())
             .arg(counts.samples);
     for (qint64 i = 0; i < counts.samples; ++i) {
-        const SamplePair want = sample(i);
         const SamplePair got = run.store.at(i);
+        if (lost(i, lostFrom.samples, lostTo.samples)) {
+            if (!std::isnan(got.uv) || !std::isnan(got.conductivity))
+                return QStringLiteral("sample %1 of the lost stretch has a value").arg(i);
+            continue;
+        }
+        const SamplePair want = sample(i);
         if (bits(want.uv) != bits(got.uv) || bits(want.conductivity) != bits(got.conductivity))
             return QStringLiteral("sample %1 differs").arg(i);
     }
-    const auto &marks = run.annotations.eventMarks();
-    const auto &texts = run.annotations.methodTexts();
-    if (qint64(marks.size()) != counts.marks || qint64(texts.size()) != counts.methodTexts)
+    std::vector<EventMark> marks;
+    for (qint64 i = 0; i < counts.marks; ++i)
+        if (!lost(i, lostFrom.marks, lostTo.marks))
+            marks.push_back(mark(i));
+    std::vector<MethodText> texts;
+    for (qint64 i = 0; i < counts.methodTexts; ++i)
+        if (!lost(i, lostFrom.methodTexts, lostTo.methodTexts))
+            texts.push_back(methodText(i));
+    const auto &gotMarks = run.annotations.eventMarks();
+    const auto &gotTexts = run.annotations.methodTexts();
+    if (gotMarks.size() != marks.size() || gotTexts.size() != texts.size())
         return QStringLiteral("%1 marks and %2 method texts instead of %3 and %4")
+            .arg(gotMarks.size())
+            .arg(gotTexts.size())
             .arg(marks.size())
-            .arg(texts.size())
-            .arg(counts.marks)
-            .arg(counts.methodTexts);
-    for (qint64 i = 0; i < counts.marks; ++i) {
-        const EventMark want = mark(i);
-        const EventMark &got = marks[std::size_t(i)];
-        if (got.label != want.label || got.color != want.color || got.height != want.height ||
-            bits(got.time) != bits(want.time))
+            .arg(texts.size());
+    for (std::size_t i = 0; i < marks.size(); ++i) {
+        const EventMark &got = gotMarks[i];
+        if (got.label != marks[i].label || got.color != marks[i].color ||
+            got.height != marks[i].height || bits(got.time) != bits(marks[i].time))
             return QStringLiteral("mark %1 differs").arg(i);
     }
-    for (qint64 i = 0; i < counts.methodTexts; ++i) {
-        if (texts[std::size_t(i)].text != methodText(i).text ||
-            bits(texts[std::size_t(i)].time) != bits(methodText(i).time))
+    for (std::size_t i = 0; i < texts.size(); ++i)
+        if (gotTexts[i].text != texts[i].text || bits(gotTexts[i].time) != bits(texts[i].time))
             return QStringLiteral("method text %1 differs").arg(i);
-    }
     return {};
 }
 

@@ -10,8 +10,7 @@
 class Quillchart;
 struct RunData;
 
-/// Deterministic run content, the same in a test and in a child process it watches: sample,
-/// mark and method text n depend on n alone.
+/// Deterministic run content: sample, mark and method text n depend on n alone.
 namespace RunContent {
 SamplePair sample(qint64 n);
 EventMark mark(qint64 n);
@@ -24,16 +23,14 @@ struct Counts
     qint64 methodTexts = 0;
 };
 
-/// What a chart that grows by one tick of the crash test holds after `ticks` ticks.
-Counts afterTicks(int ticks);
-
 /// Adds the samples, marks and method texts numbered from `from` up to `to`.
 void grow(Quillchart &chart, Counts from, Counts to);
 void grow(RunData &run, Counts from, Counts to);
 
 /// Compares a run with the content numbered below `counts`, samples bit for bit: an empty
-/// string when they agree, else what differs first.
-QString differences(const RunData &run, Counts counts);
+/// string when they agree, else what differs first. The content numbered from `lostFrom` up
+/// to `lostTo` must be missing: samples without a number, marks and method texts absent.
+QString differences(const RunData &run, Counts counts, Counts lostFrom = {}, Counts lostTo = {});
 
 std::optional<RunData> readRunFile(const QString &fileName);
 } // namespace RunContent

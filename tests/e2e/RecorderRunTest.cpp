@@ -15,10 +15,8 @@
 #include <QHash>
 #include <QTemporaryDir>
 #include <QTimer>
-#include <QtEndian>
 
 #include <algorithm>
-#include <bit>
 #include <gtest/gtest.h>
 #include <limits>
 
@@ -65,28 +63,6 @@ struct Recorded
     QStringList dialogs;
 };
 
-quint64 pairKey(quint32 uvBits, quint32 conductivityBits)
-{
-    return quint64(uvBits) << 32 | conductivityBits;
-}
-
-/// The stream's pairs by the bits of their two samples; the scenario never repeats a pair.
-QHash<quint64, qint64> pairsByBits(const QList<ManifestBlock> &blocks)
-{
-    QHash<quint64, qint64> pairs;
-    quint32 uv = 0;
-    for (const ManifestBlock &block : blocks) {
-        if (!QByteArrayLiteral("UVC").contains(block.type.toLatin1()))
-            continue;
-        const quint32 bits = qFromBigEndian<quint32>(block.bytes.constData() + 2);
-        if (block.type == 'C')
-            pairs.insert(pairKey(uv, bits), block.pair);
-        else
-            uv = bits;
-    }
-    return pairs;
-}
-
 bool readBack(Quillchart &chart, const QHash<quint64, qint64> &pairs, ChartOnPairs &out)
 {
     const QTemporaryDir dir;
@@ -97,12 +73,7 @@ bool readBack(Quillchart &chart, const QHash<quint64, qint64> &pairs, ChartOnPai
         RunFileCodec::decode(file.readAll(), RunFileCodec::Kind::Data);
     if (!run)
         return false;
-    for (qint64 i = 0; i < run->store.count(); ++i) {
-        const SamplePair &sample = run->store.at(i);
-        out.pairs.append(pairs.value(
-            pairKey(std::bit_cast<quint32>(sample.uv), std::bit_cast<quint32>(sample.conductivity)),
-            -1));
-    }
+    out.pairs = pairsOf(run->store, pairs);
     const auto pairAt = [&](float minutes) {
         return out.pairs.value(qRound64(double(minutes) * kSamplesPerMinute), -1);
     };

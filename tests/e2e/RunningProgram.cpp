@@ -5,6 +5,8 @@
 #include <QFile>
 #include <QProcessEnvironment>
 
+#include <csignal>
+
 RunningProgram::RunningProgram(const QString &comPorts, Home home)
 {
     QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
@@ -47,4 +49,10 @@ bool RunningProgram::holdsPort(const QString &device) const
             return steadyTicks >= 10;
         },
         30000);
+}
+
+bool RunningProgram::endBy(int signal)
+{
+    ::kill(pid_t(m_process.processId()), signal);
+    return m_process.waitForFinished(10000);
 }

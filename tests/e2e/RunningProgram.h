@@ -22,6 +22,10 @@ public:
     [[nodiscard]] bool holdsPort(const QString &device) const;
     /// ChartErr.log of this copy, "" while it does not exist.
     [[nodiscard]] QString errorLog() const;
+    /// The XDG data and config homes of an own-home copy.
+    [[nodiscard]] QString home() const { return m_home.path(); }
+    /// Sends `signal` and waits for the process to end; false when it did not end in time.
+    bool endBy(int signal);
 
 private:
     QTemporaryDir m_home;

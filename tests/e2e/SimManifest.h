@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QHash>
 #include <QList>
 #include <QString>
 
@@ -21,3 +22,10 @@ struct ManifestBlock
 
 /// The blocks of the manifest at `path`, none when it cannot be read.
 QList<ManifestBlock> readManifest(const QString &path);
+
+/// The stream's sample pairs by the bits of their two samples; a scenario never repeats a pair.
+QHash<quint64, qint64> pairsByBits(const QList<ManifestBlock> &blocks);
+
+class SampleStore;
+/// Each sample of `store` named by the pair whose bits it carries, -1 when none does.
+QList<qint64> pairsOf(const SampleStore &store, const QHash<quint64, qint64> &pairs);

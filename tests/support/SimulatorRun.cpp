@@ -51,8 +51,10 @@ QString SimulatorRun::errorOutput()
     return QString::fromLocal8Bit(m_process.readAllStandardError());
 }
 
-bool writeSimulatedStream(const QStringList &options, const QString &path)
+bool writeSimulatedStream(const QStringList &options, const QString &path, const QString &manifest)
 {
-    return QProcess::execute(QStringLiteral(VELQUIN_SIM_PROGRAM),
-                             QStringList{"--out", path, "--speed", "0"} + options) == 0;
+    QStringList arguments{"--out", path, "--speed", "0"};
+    if (!manifest.isEmpty())
+        arguments << "--manifest" << manifest;
+    return QProcess::execute(QStringLiteral(VELQUIN_SIM_PROGRAM), arguments + options) == 0;
 }

@@ -5,8 +5,10 @@
 #include <QStringList>
 #include <QTemporaryDir>
 
-/// Writes velquin-sim's stream for `options` to `path` at once (no pacing); true when done.
-bool writeSimulatedStream(const QStringList &options, const QString &path);
+/// Writes velquin-sim's stream for `options` to `path` at once (no pacing), and its manifest to
+/// `manifest` when given; true when done.
+bool writeSimulatedStream(const QStringList &options, const QString &path,
+                          const QString &manifest = {});
 
 /// velquin-sim playing a scenario in real time onto a pseudo-terminal of its own, with its
 /// manifest written beside it. Ends the simulator with the test if it is still playing.

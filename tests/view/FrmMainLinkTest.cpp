@@ -22,7 +22,7 @@ TEST(FrmMainLink, StartsWithoutALinkAndLightsUpWhenTheStreamIsRecognised)
 
         ASSERT_TRUE(window.link.state().FirstSyncFound);
         EXPECT_EQ(window.ShapeReciveLed->FillColor(), 0x00FF00u);
-        EXPECT_EQ(window.runningLog.TimerSaveLog().isActive(), logging);
+        EXPECT_EQ(window.runningLog->TimerSaveLog().isActive(), logging);
         EXPECT_TRUE(window.toolbar.cmdRecord->isEnabled());
         EXPECT_FALSE(window.menu.mnuStop->isEnabled()) << "Stop waits for a recording";
 
