@@ -1,9 +1,7 @@
 #include "IntakeRig.h"
 
-#include "chart/RunData.h"
-#include "chart/RunFileCodec.h"
+#include "chart/RunFileReader.h"
 
-#include <QFile>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -55,9 +53,7 @@ ChartContent contentOf(Quillchart &chart)
     QTemporaryDir dir;
     const QString path = dir.filePath("run.chd");
     EXPECT_TRUE(chart.SaveDataFile(path));
-    QFile file(path);
-    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
-    const auto run = RunFileCodec::decode(file.readAll(), RunFileCodec::Kind::Data);
+    const auto run = RunFileReader::read(path);
     EXPECT_TRUE(run.has_value());
     if (!run)
         return content;

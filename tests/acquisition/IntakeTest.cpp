@@ -1,306 +1,187 @@
 #include "FailingAllocation.h"
 #include "IntakeRig.h"
+#include "chart/SampleStore.h"
 
+#include <QHash>
 #include <QTest>
 
 #include <gtest/gtest.h>
 
 namespace {
 
-// States of the recorder chart with an instrument that sends status blocks. Run: samples 0 to
-// 2, "S" at 0. Paused: the run, "P" at sample 3, then two pairs that are not taken.
-void toIdle(IntakeRig &rig)
+/// Plays a stream given as steps: "U3" and "V2" are pairs whose UV block has that letter, one
+/// tick each; "off" and "on" switch logging; "T" is the method wait's timer firing; any other
+/// step is one tick of blocks joined by "+": "F", "M" (a method text) or news such as "E4".
+void play(IntakeRig &rig, const QString &script)
 {
-    rig.feed(fBlock());
-    rig.pairs(2, 'U');
+    for (const QString &step : script.split(' ', Qt::SkipEmptyParts)) {
+        const char first = step.front().toLatin1();
+        if (first == 'U' || first == 'V') {
+            rig.pairs(step.mid(1).toInt(), first);
+        } else if (step == "off" || step == "on") {
+            rig.DataLogging = step == "on";
+        } else if (step == "T") {
+            rig.intake.TimerStopWaitForMethod_Timer();
+        } else {
+            QByteArray bytes;
+            for (const QString &block : step.split('+'))
+                bytes += block == "F"   ? fBlock()
+                         : block == "M" ? StreamBytes::method("Gradient 0-100% B")
+                                        : news(block.front().toLatin1(), block.mid(1).toInt());
+            rig.feed(bytes);
+        }
+    }
 }
 
-void toRun(IntakeRig &rig)
+QString flags(std::initializer_list<std::pair<bool, const char *>> named)
 {
-    toIdle(rig);
-    rig.feed(news('R', 1));
-    rig.pairs(3, 'V');
+    QStringList set;
+    for (const auto &[on, name] : named)
+        if (on)
+            set << name;
+    return set.join(' ');
 }
 
-void toPaused(IntakeRig &rig)
+QString joined(const QList<qint64> &samples)
 {
-    toRun(rig);
-    rig.feed(news('R', 2));
-    rig.pairs(3, 'V');
+    QStringList texts;
+    for (const qint64 sample : samples)
+        texts << QString::number(sample);
+    return texts.join(' ');
 }
 
-struct Transition
+/// What the rig shows, by name. Marks are "label@sample" on the recorder ("marks") or the log
+/// ("log"); times are in samples.
+QHash<QString, QString> observed(IntakeRig &rig)
+{
+    const SampleIntake &in = rig.intake;
+    const ChartContent recorder = contentOf(rig.chart0);
+    const ChartContent log = contentOf(rig.chart5);
+    const auto number = [](qint64 value) { return QString::number(value); };
+    return {
+        {"state", flags({{in.Recording(), "recording"},
+                         {in.ChartRunActive(), "run"},
+                         {in.ChartPaused(), "paused"}})},
+        {"logState", flags({{in.LogRunActive(), "run"}, {in.LogPaused(), "paused"}})},
+        {"marks", recorder.marks.join(' ')},
+        {"last", number(recorder.lastSample)},
+        {"methods", joined(recorder.methodTexts)},
+        {"log", log.marks.join(' ')},
+        {"logMethods", joined(log.methodTexts)},
+        {"logged", number(in.LogSampleCount())},
+        {"logTime", number(qRound64(in.LogTime() / SampleStore::timeOf(1)))},
+        {"number", number(in.ChartEventNumber())},
+        {"logNumber", number(in.LogEventNumber())},
+        {"waiting", number(in.WaitForMethod() || in.TimerStopWaitForMethod().isActive())},
+        {"records", number(rig.recordCommands)},
+        {"stops", number(rig.stopCommands)},
+    };
+}
+
+struct Case
 {
     const char *name;
-    void (*from)(IntakeRig &);
-    char newsType;
-    int newsValue;
-    bool recording, runActive, paused;
-    qint64 lastSample;
-    const char *marks;
-    int stopCommands;
+    const char *script;
+    /// "key=value" pairs, separated by ", ".
+    const char *expected;
 };
 
-void PrintTo(const Transition &t, std::ostream *out)
+void PrintTo(const Case &c, std::ostream *out)
 {
-    *out << t.name;
+    *out << c.name;
 }
 
-// The end label of a paused run stands on the paused sample; the session goes on by hand.
-const Transition kTransitions[] = {
-    {"IdleStartsARun", toIdle, 'R', 1, true, true, false, 1, "S@0", 0},
-    {"RunPauses", toRun, 'R', 2, true, true, true, 3, "S@0 P@3", 0},
-    {"PauseResumesWithoutLabel", toPaused, 'R', 1, true, true, false, 5, "S@0 P@3", 0},
-    {"RunHolds", toRun, 'R', 3, true, true, false, 4, "S@0 H@3", 0},
-    {"RunContinues", toRun, 'R', 1, true, true, false, 4, "S@0 C@3", 0},
-    {"RunEndsAndStops", toRun, 'R', 0, false, false, false, 3, "S@0 E@3", 1},
-    {"PauseEndsInManualRecording", toPaused, 'R', 0, true, false, false, 4, "S@0 P@3 E@3", 0},
-    {"RunNumbersAnEvent", toRun, 'E', 2, true, true, false, 4, "S@0 1@3", 0},
-    {"PausedRunStillNumbersAnEvent", toPaused, 'E', 2, true, true, true, 3, "S@0 P@3 1@3", 0},
-    {"RunMarksEventEight", toRun, 'E', 8, true, true, false, 4, "S@0 M@3", 0},
-    {"RunShowsAHoldBlock", toRun, 'H', 1, true, true, false, 4, "S@0 H@3", 0},
-    {"RunShowsAContinueBlock", toRun, 'H', 2, true, true, false, 4, "S@0 C@3", 0},
+// An instrument with status blocks: a run starts with "R" 1 after two idle pairs, takes three
+// and then meets the news under test. The end label of a paused run stands on the paused
+// sample; the session goes on by hand. An instrument without them starts a run by "E" 4, pauses
+// it by a "U" letter one pair late and ends it two pairs after "E" 3: one takes the end label,
+// one draws it. Log labels stand one sample behind: each is drawn at the time of the sample
+// before.
+const Case kCases[] = {
+    {"IdleStartsARun", "F U2 R1 V2", "state=recording run, last=1, marks=S@0, records=1, stops=0"},
+    {"RunPauses", "F U2 R1 V3 R2 V2",
+     "state=recording run paused, last=3, marks=S@0 P@3, records=1, stops=0"},
+    {"PauseResumesWithoutLabel", "F U2 R1 V3 R2 V3 R1 V2",
+     "state=recording run, last=5, marks=S@0 P@3, records=1, stops=0"},
+    {"RunHolds", "F U2 R1 V3 R3 V2", "state=recording run, last=4, marks=S@0 H@3, stops=0"},
+    {"RunContinues", "F U2 R1 V3 R1 V2", "state=recording run, last=4, marks=S@0 C@3, stops=0"},
+    {"RunEndsAndStops", "F U2 R1 V3 R0 V2", "state=, last=3, marks=S@0 E@3, records=1, stops=1"},
+    {"PauseEndsInManualRecording", "F U2 R1 V3 R2 V3 R0 V2",
+     "state=recording, last=4, marks=S@0 P@3 E@3, records=1, stops=0"},
+    {"RunNumbersAnEvent", "F U2 R1 V3 E2 V2", "state=recording run, last=4, marks=S@0 1@3"},
+    {"PausedRunStillNumbersAnEvent", "F U2 R1 V3 R2 V3 E2 V2",
+     "state=recording run paused, last=3, marks=S@0 P@3 1@3"},
+    {"RunMarksEventEight", "F U2 R1 V3 E8 V2", "state=recording run, last=4, marks=S@0 M@3"},
+    {"RunShowsAHoldBlock", "F U2 R1 V3 H1 V2", "last=4, marks=S@0 H@3"},
+    {"RunShowsAContinueBlock", "F U2 R1 V3 H2 V2", "last=4, marks=S@0 C@3"},
+    {"NumberArrivingWhileTheEndWaitsIsDrawnFirst", "F U2 R1 V3 R0+E2 U3",
+     "marks=S@0 1@3 E@4, stops=1"},
+    {"PauseOutsideARunLeavesNoLabelAndNoPause", "F+P1 U2 R2 U2",
+     "state=recording, last=3, marks=, records=1"},
+    {"LetterRunFromStartEventToEndThenTheNextNumbersFromOne",
+     "U3 E4 V3 E2 V2 U5 V2 E3 U4 E4 V1 E2 V1",
+     "marks=S@0 1@3 P@6 E@10 S@11 1@12, number=1, records=2, stops=1"},
+    {"SecondStartEventStartsTheRunAtOnce", "E4+E4 U1", "marks=S@0"},
+    {"UBlockDisarmsSoTheNextStartEventOnlyArms", "E4 U1 E4 V2", "last=1, marks=S@0"},
+    {"WithStatusBlocksTheLetterDecidesTheStartAndPausesNothing", "F+E4 V1 U3", "last=3, marks=S@0"},
+    {"MethodTextWithinTheWaitReachesRecorderAndLog", "F U2 R1 V3 R0 U1 M",
+     "methods=3, logMethods=5, waiting=0"},
+    {"MethodTextAfterTheWaitReachesOnlyTheLog", "F U2 R1 V3 R0 U1 T M",
+     "methods=, logMethods=5, waiting=0"},
+    {"MethodTextNotLoggedWhileLoggingIsOff", "off U4 M", "logMethods="},
+    {"LogTakesEveryPairAndRunsItsTimeOnAcrossRuns", "F U2 R1 V3 R0 U2 R1 V2",
+     "logged=9, logTime=8, log=S@1 E@4 S@6, marks=S@0 E@3 S@4"},
+    {"LetterLogPausesOneSampleLate", "E4 V2 U4", "logged=4"},
+    {"LetterLogResumesOnV", "E4 V2 U4 E2 V1", "logState=run, log=S@0 P@2 1@3"},
+    {"PausedLogHoldsEvenItsEnd", "F+R1 V2 R2 V1 E2+E3 U3", "logged=3, logTime=2"},
+    {"RunStatusReleasesAPausedLog", "F+R1 V2 R2 V1 E2+E3 U3 R1 U3",
+     "logState=, log=S@0 P@1 1@2 E@3"},
+    {"LoggingOffFreezesTimeAndNumbersButFollowsTheRun", "off F+R1 V2 E2 V2 R0 U1",
+     "logState=, logged=0, logTime=0, logNumber=0"},
+    {"LabelStillWaitingIsDrawnOnceLoggingIsBack", "off F+R1 V2 E2 V2 R0 U1 on U2", "log=E@0"},
 };
 
-class RecorderTransition : public testing::TestWithParam<Transition>
-{
-};
+using Intake = testing::TestWithParam<Case>;
 
 } // namespace
 
-// Each case: a state, one piece of news, then two sample pairs.
-TEST_P(RecorderTransition, LeavesItsLabelAtTheNextSample)
+TEST_P(Intake, LeavesWhatTheStreamAnnounces)
 {
-    const Transition &t = GetParam();
     IntakeRig rig;
-    t.from(rig);
-    rig.feed(news(t.newsType, t.newsValue));
-    rig.pairs(2, 'V');
-
-    EXPECT_EQ(rig.intake.Recording(), t.recording);
-    EXPECT_EQ(rig.intake.ChartRunActive(), t.runActive);
-    EXPECT_EQ(rig.intake.ChartPaused(), t.paused);
-    const ChartContent content = contentOf(rig.chart0);
-    EXPECT_EQ(content.lastSample, t.lastSample);
-    EXPECT_EQ(content.marks.join(' '), t.marks);
-    EXPECT_EQ(rig.recordCommands, 1);
-    EXPECT_EQ(rig.stopCommands, t.stopCommands);
+    play(rig, QString::fromLatin1(GetParam().script));
+    const QHash<QString, QString> seen = observed(rig);
+    for (const QString &pair : QString::fromLatin1(GetParam().expected).split(", ")) {
+        const QString key = pair.section('=', 0, 0);
+        EXPECT_EQ(seen.value(key, "no such key"), pair.section('=', 1)) << key.toStdString();
+    }
     EXPECT_TRUE(rig.errors.codes.isEmpty());
 }
 
-INSTANTIATE_TEST_SUITE_P(StatusInstrument, RecorderTransition, testing::ValuesIn(kTransitions),
-                         [](const testing::TestParamInfo<Transition> &info) {
-                             return info.param.name;
-                         });
-
-TEST(RecorderChart, LetterInstrumentRecordsARunFromStartEventToEnd)
-{
-    IntakeRig rig;
-    rig.pairs(3, 'U');
-    rig.feed(news('E', 4));
-    rig.pairs(3, 'V');
-    rig.feed(news('E', 2));
-    rig.pairs(2, 'V');
-    // "U" in a run pauses one pair late: the first "U" pair is still taken.
-    rig.pairs(5, 'U');
-    rig.pairs(2, 'V');
-    rig.feed(news('E', 3));
-    rig.pairs(4, 'U');
-
-    // The end comes two pairs after its event: one takes the end label, one draws it.
-    ChartContent content = contentOf(rig.chart0);
-    EXPECT_EQ(content.lastSample, 10);
-    EXPECT_EQ(content.marks, QStringList({"S@0", "1@3", "P@6", "E@10"}));
-    EXPECT_EQ(rig.recordCommands, 1);
-    EXPECT_EQ(rig.stopCommands, 1);
-
-    // The next run numbers its events from 1 again.
-    rig.feed(news('E', 4));
-    rig.pairs(1, 'V');
-    rig.feed(news('E', 2));
-    rig.pairs(1, 'V');
-    EXPECT_EQ(rig.intake.ChartEventNumber(), 1);
-    content = contentOf(rig.chart0);
-    EXPECT_EQ(content.marks.mid(4), QStringList({"S@11", "1@12"}));
-}
-
-TEST(RecorderChart, StartEventIsDecidedByTheNextUvLetter)
-{
-    {
-        SCOPED_TRACE("a second start event starts the run at once");
-        IntakeRig rig;
-        rig.feed(news('E', 4) + news('E', 4));
-        rig.pairs(1, 'U');
-        EXPECT_EQ(contentOf(rig.chart0).marks, QStringList({"S@0"}));
-    }
-    {
-        SCOPED_TRACE("a U block disarms, so that the next start event only arms again");
-        IntakeRig rig;
-        rig.feed(news('E', 4));
-        rig.pairs(1, 'U');
-        rig.feed(news('E', 4));
-        rig.pairs(2, 'V');
-        const ChartContent content = contentOf(rig.chart0);
-        EXPECT_EQ(content.lastSample, 1);
-        EXPECT_EQ(content.marks, QStringList({"S@0"}));
-    }
-    {
-        SCOPED_TRACE("with status blocks the letter still decides the start, and pauses nothing");
-        IntakeRig rig;
-        rig.feed(fBlock() + news('E', 4));
-        rig.pairs(1, 'V');
-        rig.pairs(3, 'U');
-        const ChartContent content = contentOf(rig.chart0);
-        EXPECT_EQ(content.lastSample, 3);
-        EXPECT_EQ(content.marks, QStringList({"S@0"}));
-    }
-}
-
-TEST(RecorderChart, PauseOutsideARunLeavesNoLabelAndNoPause)
-{
-    IntakeRig rig;
-    rig.feed(fBlock() + news('P', 1));
-    rig.pairs(2, 'U');
-    rig.feed(news('R', 2));
-    rig.pairs(2, 'U');
-    EXPECT_EQ(rig.recordCommands, 1);
-    EXPECT_FALSE(rig.intake.ChartPaused());
-    const ChartContent content = contentOf(rig.chart0);
-    EXPECT_EQ(content.lastSample, 3);
-    EXPECT_TRUE(content.marks.isEmpty());
-}
-
-TEST(RecorderChart, NumberArrivingWhileTheEndWaitsIsDrawnFirst)
-{
-    IntakeRig rig;
-    toRun(rig);
-    rig.feed(news('R', 0) + news('E', 2));
-    rig.pairs(3, 'U');
-    EXPECT_EQ(contentOf(rig.chart0).marks, QStringList({"S@0", "1@3", "E@4"}));
-    EXPECT_EQ(rig.stopCommands, 1);
-}
-
-TEST(MethodText, ReachesTheRecorderOnlyWithinTheWaitAndTheLogWhileLogging)
-{
-    for (const bool waited : {false, true}) {
-        SCOPED_TRACE(waited ? "after the wait" : "within the wait");
-        IntakeRig rig;
-        toRun(rig);
-        rig.feed(news('R', 0));
-        rig.pairs(1, 'U');
-        if (waited)
-            rig.intake.TimerStopWaitForMethod_Timer();
-        rig.feed(StreamBytes::method("Gradient 0-100% B"));
-        EXPECT_EQ(contentOf(rig.chart0).methodTexts, waited ? QList<qint64>{} : QList<qint64>{3});
-        EXPECT_FALSE(rig.intake.WaitForMethod());
-        EXPECT_FALSE(rig.intake.TimerStopWaitForMethod().isActive());
-        EXPECT_EQ(contentOf(rig.chart5).methodTexts, QList<qint64>{5});
-    }
-    IntakeRig quiet;
-    quiet.DataLogging = false;
-    quiet.pairs(4, 'U');
-    quiet.feed(StreamBytes::method("Wash 5 CV"));
-    EXPECT_TRUE(contentOf(quiet.chart5).methodTexts.isEmpty());
-}
+INSTANTIATE_TEST_SUITE_P(Streams, Intake, testing::ValuesIn(kCases),
+                         [](const auto &info) { return std::string(info.param.name); });
 
 TEST(MethodText, WaitEndsWhenItsTimerFires)
 {
     IntakeRig rig;
-    toRun(rig);
-    rig.feed(news('R', 0));
-    rig.pairs(1, 'V');
+    play(rig, "F U2 R1 V3 R0 V1");
     ASSERT_TRUE(rig.intake.WaitForMethod());
     EXPECT_EQ(rig.intake.TimerStopWaitForMethod().interval(), 15000);
     EXPECT_TRUE(QTest::qWaitFor([&] { return !rig.intake.WaitForMethod(); }, 20000));
     EXPECT_FALSE(rig.intake.TimerStopWaitForMethod().isActive());
 }
 
-// Log labels stand one sample behind: each is drawn at the time of the sample before.
-TEST(LogChart, TakesEveryPairAndRunsItsTimeOnAcrossRuns)
-{
-    IntakeRig rig;
-    rig.feed(fBlock());
-    rig.pairs(2, 'U');
-    rig.feed(news('R', 1));
-    rig.pairs(3, 'V');
-    rig.feed(news('R', 0));
-    rig.pairs(2, 'U');
-    rig.feed(news('R', 1));
-    rig.pairs(2, 'V');
-
-    EXPECT_EQ(rig.intake.LogSampleCount(), 9);
-    const ChartContent log = contentOf(rig.chart5);
-    EXPECT_FLOAT_EQ(rig.intake.LogTime(), rig.chart5.GetLastTime());
-    EXPECT_EQ(log.marks, QStringList({"S@1", "E@4", "S@6"}));
-    // The recorder took only the runs, on a time of its own.
-    EXPECT_EQ(contentOf(rig.chart0).marks, QStringList({"S@0", "E@3", "S@4"}));
-}
-
-TEST(LogChart, LetterInstrumentPausesTheLogOneSampleLateAndResumesOnV)
-{
-    IntakeRig rig;
-    rig.feed(news('E', 4));
-    rig.pairs(2, 'V');
-    rig.pairs(4, 'U');
-    EXPECT_EQ(rig.intake.LogSampleCount(), 4);
-    rig.feed(news('E', 2));
-    rig.pairs(1, 'V');
-    EXPECT_FALSE(rig.intake.LogPaused());
-    EXPECT_EQ(contentOf(rig.chart5).marks, QStringList({"S@0", "P@2", "1@3"}));
-}
-
-TEST(LogChart, PausedLogHoldsEvenItsEndUntilARunStatusReleasesIt)
-{
-    IntakeRig rig;
-    rig.feed(fBlock() + news('R', 1));
-    rig.pairs(2, 'V');
-    rig.feed(news('R', 2));
-    rig.pairs(1, 'V');
-    const float pausedTime = rig.intake.LogTime();
-    rig.feed(news('E', 2) + news('E', 3));
-    rig.pairs(3, 'U');
-    EXPECT_EQ(rig.intake.LogSampleCount(), 3);
-    EXPECT_EQ(rig.intake.LogTime(), pausedTime);
-
-    rig.feed(news('R', 1));
-    rig.pairs(3, 'U');
-    EXPECT_EQ(contentOf(rig.chart5).marks, QStringList({"S@0", "P@1", "1@2", "E@3"}));
-    EXPECT_FALSE(rig.intake.LogRunActive());
-}
-
-TEST(LogChart, LoggingOffFreezesTimeAndNumbersButFollowsTheRun)
-{
-    IntakeRig rig;
-    rig.DataLogging = false;
-    rig.feed(fBlock() + news('R', 1));
-    rig.pairs(2, 'V');
-    rig.feed(news('E', 2));
-    rig.pairs(2, 'V');
-    rig.feed(news('R', 0));
-    rig.pairs(1, 'U');
-    EXPECT_FALSE(rig.intake.LogRunActive());
-    EXPECT_EQ(rig.intake.LogSampleCount(), 0);
-    EXPECT_EQ(rig.intake.LogTime(), 0.0f);
-    EXPECT_EQ(rig.intake.LogEventNumber(), 0);
-
-    // The label still waiting is drawn by the first sample once logging is back.
-    rig.DataLogging = true;
-    rig.pairs(2, 'U');
-    EXPECT_EQ(contentOf(rig.chart5).marks, QStringList({"E@0"}));
-}
-
 TEST(ChartRefusal, RefusedSamplesAreReportedAndTheIntakeCarriesOn)
 {
     IntakeRig rig;
-    rig.feed(fBlock() + news('R', 1));
+    play(rig, "F+R1");
     {
         // Far above anything but the charts' sample blocks.
         const FailingAllocation outOfMemory(64 * 1024);
-        rig.pairs(1, 'V');
+        play(rig, "V1");
     }
     EXPECT_EQ(rig.errors.codes, (QList<qint32>{-15, -15}));
 
-    rig.pairs(3, 'V');
+    play(rig, "V3");
     EXPECT_EQ(rig.errors.codes.size(), 2);
     EXPECT_EQ(contentOf(rig.chart0).lastSample, 2);
     EXPECT_EQ(contentOf(rig.chart5).lastSample, 2);
