@@ -143,6 +143,8 @@ TEST_F(LinkTest, UnknownTypesAndLostSyncAreReportedButNotConsumed)
         ASSERT_EQ(reported.size(), 1) << int(type);
         EXPECT_TRUE(reported[0].startsWith("-12 "));
         EXPECT_TRUE(reported[0].contains(QString("Received: %1\r\n").arg(type)));
+        // The dump stops at the sync byte: the zeros of the block before, then 150.
+        EXPECT_TRUE(reported[0].endsWith(" 0 0 0 0 150")) << reported[0].toStdString();
         EXPECT_EQ(int(link.ring().TakeIndex), take);
         drain();
     }
@@ -224,6 +226,7 @@ TEST_F(LinkTest, ADecodeErrorKeepsThePassGoingButTheNextPassSearches)
     EXPECT_TRUE(news.lines.isEmpty());
     tick();
     EXPECT_EQ(news.lines, QStringList({"U 2", "C 3"}));
+    EXPECT_EQ(errors.codes.size(), 1) << "the search finds the stream again without a word";
 }
 
 TEST_F(LinkTest, ReceiveEventsFillTheRingOnlyWhileNothingElseWorks)

@@ -26,7 +26,6 @@ QList<ManifestBlock> readManifest(const QString &path)
              type.size() == 1 ? type.front() : QChar(),
              object.value(QStringLiteral("value")).toDouble(),
              object.value(QStringLiteral("text")).toString(),
-             object.value(QStringLiteral("fault")).toString(),
              QByteArray::fromHex(object.value(QStringLiteral("hex")).toString().toLatin1())});
     }
     return blocks;

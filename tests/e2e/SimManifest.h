@@ -14,7 +14,6 @@ struct ManifestBlock
     QChar type;
     double value = 0.0;
     QString text;
-    QString fault;
     QByteArray bytes;
 
     [[nodiscard]] qint64 end() const { return offset + bytes.size(); }
