@@ -97,10 +97,9 @@ TEST_F(LinkTest, EveryKnownBlockReachesTheIntakeInOrderMostSignificantByteFirst)
     synchronise();
     feed(status('E', 4) + sample('V', 0.25f) + sample('D', 3.5f) + status('E', 2) + status('E', 3) +
          status('E', 8) + status('H', 1) + status('H', 2) + status('R', 3) + status('P', 1) +
-         status('P', 0) + method("Flow\r\n") + QByteArray("\x96U\x3F\x80\x00\x00", 6) +
-         QByteArray("\x96"
-                    "C\x00\x00\x80\x3F",
-                    6));
+         status('P', 0) + method("Flow\r\n") +
+         QByteArray::fromHex("96553f800000"
+                             "96430000803f"));
     tick();
     EXPECT_EQ(news.lines, QStringList({"E 4", "V 0.25", "C 3.5", "E 2", "E 3", "E 8", "H 1", "H 2",
                                        "R 3", "P 1", "P 0", "M Flow\r\n", "U 1",
@@ -161,14 +160,10 @@ TEST_F(LinkTest, UnknownTypesAndLostSyncAreReportedButNotConsumed)
 TEST_F(LinkTest, ABlockIsDecodedOnlyOnceAllItsBytesAreThere)
 {
     synchronise();
-    feed(QByteArray("\x96"
-                    "C\x00",
-                    3));
+    feed(QByteArray::fromHex("964300"));
     tick();
     EXPECT_TRUE(news.lines.isEmpty()) << "three bytes of a C block";
-    feed(QByteArray(3, 0) + QByteArray("\x96"
-                                       "E",
-                                       2));
+    feed(QByteArray::fromHex("0000009645"));
     tick();
     EXPECT_EQ(news.lines, QStringList({"C 0"})) << "the E block waits for its value";
     feed(QByteArray(1, 2));
@@ -179,9 +174,7 @@ TEST_F(LinkTest, ABlockIsDecodedOnlyOnceAllItsBytesAreThere)
 TEST_F(LinkTest, ShortFBlockTakesTheCountBelowZeroAndRecovers)
 {
     synchronise();
-    feed(QByteArray("\x96"
-                    "F\x01",
-                    3));
+    feed(QByteArray::fromHex("964601"));
     tick();
     EXPECT_EQ(int(link.ring().ByteCount), -3);
     tick();
