@@ -26,28 +26,28 @@ protected:
     {
         const float last = chart.GetLastTime();
         m_points = qint32(std::nearbyint(double(last) * rate * 60.0 + 0.5));
-        const QString file = m_dir.filePath(QStringLiteral("export.txt"));
+        const QString file = m_dir.filePath("export.txt");
         EXPECT_EQ(chart.ExportData(file, 1, cond, 1, 1, 1, position, 0.0f, last, rate, m_points),
                   0);
         QFile in(file);
         EXPECT_TRUE(in.open(QIODevice::ReadOnly));
         const QByteArray bytes = in.readAll();
         EXPECT_TRUE(bytes.startsWith("\xEF\xBB\xBF"));
-        QStringList lines = QString::fromUtf8(bytes.mid(3)).split(QStringLiteral("\r\n"));
+        QStringList lines = QString::fromUtf8(bytes.mid(3)).split("\r\n");
         EXPECT_EQ(lines.takeLast(), QString()) << "last line without CRLF";
         Exported result;
         qsizetype at = 0;
-        while (at < lines.size() && !lines[at].startsWith(QLatin1String("Time (min)")))
+        while (at < lines.size() && !lines[at].startsWith("Time (min)"))
             result.before << lines[at++];
-        result.heading = lines.value(at++).split(QLatin1Char('\t'));
+        result.heading = lines.value(at++).split('\t');
         while (at < lines.size() && !lines[at].isEmpty())
-            result.rows.push_back(lines[at++].split(QLatin1Char('\t')));
+            result.rows.push_back(lines[at++].split('\t'));
         result.after = lines.mid(at);
         return result;
     }
 
     qint32 m_points = 0;
-    QTemporaryDir m_dir{testHome() + QStringLiteral("/export-XXXXXX")};
+    QTemporaryDir m_dir{testHome() + "/export-XXXXXX"};
 };
 
 } // namespace
@@ -55,21 +55,20 @@ protected:
 TEST_F(TextExportFile, FullRateGivesEverySampleAndEveryRateThePromisedPointsWithThePeak)
 {
     Quillchart chart;
-    chart.setChartTitle(QStringLiteral("Run 5"));
+    chart.setChartTitle("Run 5");
     // A baseline with one narrow peak whose apex is a single sample, long enough for the
     // slowest rate and with a last time that float holds exactly.
     for (int i = 0; i < 29926; ++i) {
         const double distance = std::abs(i - 12345) / 3.0;
         chart.AddSample(float(0.01 + 1.5 * std::exp(-distance * distance)), 10.0f + float(i % 7));
     }
-    chart.AddEventMark(QStringLiteral("Inject"), 0xff, 50, 0.5f);
-    chart.AddEventMark(QStringLiteral("Fraction 1"), 0xff, -10, 1.0f);
+    chart.AddEventMark("Inject", 0xff, 50, 0.5f);
+    chart.AddEventMark("Fraction 1", 0xff, -10, 1.0f);
     const Exported file = exportChart(chart, 5.0f);
-    EXPECT_TRUE(file.before.contains(QStringLiteral("Run:\tRun 5")));
-    EXPECT_TRUE(file.before.contains(QStringLiteral("Data points:\t29926")));
+    EXPECT_TRUE(file.before.contains("Run:\tRun 5"));
+    EXPECT_TRUE(file.before.contains("Data points:\t29926"));
     EXPECT_EQ(file.heading,
-              (QStringList{QStringLiteral("Time (min)"), QStringLiteral("UV (AU)"),
-                           QStringLiteral("Conductivity (mS/cm)"), QStringLiteral("Event")}));
+              (QStringList{"Time (min)", "UV (AU)", "Conductivity (mS/cm)", "Event"}));
     ASSERT_EQ(file.rows.size(), 29926u);
     for (int k = 0; k < 29926; ++k) {
         const double distance = std::abs(k - 12345) / 3.0;
@@ -97,26 +96,24 @@ TEST_F(TextExportFile, MethodAndNotesStandWhereThePositionSays)
     Quillchart chart;
     for (int i = 0; i < 300; ++i)
         chart.AddSample(0.1f, 1.0f);
-    chart.AddMethodText(QStringLiteral("Step 1\r\nStep 2\r\n"), 0.5f);
-    chart.SetNotes(QStringLiteral("Fresh column\r\nBuffer B"));
-    const QString step = QStringLiteral("Step 2");
+    chart.AddMethodText("Step 1\r\nStep 2\r\n", 0.5f);
+    chart.SetNotes("Fresh column\r\nBuffer B");
+    const QString step = "Step 2";
 
     const Exported before = exportChart(chart, 1.0f, 0);
-    EXPECT_TRUE(before.before.contains(step) && before.before.contains(QStringLiteral("Buffer B")));
+    EXPECT_TRUE(before.before.contains(step) && before.before.contains("Buffer B"));
     EXPECT_FALSE(before.after.contains(step));
     const Exported after = exportChart(chart, 1.0f, 1);
     EXPECT_FALSE(after.before.contains(step));
-    EXPECT_TRUE(after.after.contains(step) && after.after.contains(QStringLiteral("Fresh column")));
+    EXPECT_TRUE(after.after.contains(step) && after.after.contains("Fresh column"));
 
     const Exported column = exportChart(chart, 1.0f, 2, 0);
     EXPECT_FALSE(column.before.contains(step));
-    EXPECT_EQ(column.heading, (QStringList{QStringLiteral("Time (min)"), QStringLiteral("UV (AU)"),
-                                           QStringLiteral("Event"), QStringLiteral("Method"),
-                                           QStringLiteral("Notes")}));
+    EXPECT_EQ(column.heading, (QStringList{"Time (min)", "UV (AU)", "Event", "Method", "Notes"}));
     ASSERT_EQ(qint32(column.rows.size()), m_points);
-    EXPECT_EQ(column.rows[0].value(4), QStringLiteral("Fresh column"));
-    EXPECT_EQ(column.rows[1].value(4), QStringLiteral("Buffer B"));
-    EXPECT_EQ(column.rows[30].value(3), QStringLiteral("Step 1"));
+    EXPECT_EQ(column.rows[0].value(4), "Fresh column");
+    EXPECT_EQ(column.rows[1].value(4), "Buffer B");
+    EXPECT_EQ(column.rows[30].value(3), "Step 1");
     EXPECT_EQ(column.rows[31].value(3), step);
 }
 
@@ -124,11 +121,10 @@ TEST_F(TextExportFile, NonsenseRateOrPositionIsRefused)
 {
     Quillchart chart;
     chart.AddSample(0.1f, 1.0f);
-    const QString file = m_dir.filePath(QStringLiteral("bad.txt"));
+    const QString file = m_dir.filePath("bad.txt");
     EXPECT_NE(chart.ExportData(file, 1, 1, 1, 1, 1, 0, 0.0f, 1.0f, 0.0f, 10), 0);
     EXPECT_NE(chart.ExportData(file, 1, 1, 1, 1, 1, 3, 0.0f, 1.0f, 1.0f, 10), 0);
-    EXPECT_NE(chart.ExportData(m_dir.filePath(QStringLiteral("no/dir.txt")), 1, 1, 1, 1, 1, 0, 0.0f,
-                               1.0f, 1.0f, 10),
-              0);
+    EXPECT_NE(
+        chart.ExportData(m_dir.filePath("no/dir.txt"), 1, 1, 1, 1, 1, 0, 0.0f, 1.0f, 1.0f, 10), 0);
     EXPECT_FALSE(QFile::exists(file));
 }
