@@ -1,11 +1,5 @@
 #include "IntakeRig.h"
 
-#include "chart/RunFileReader.h"
-
-#include <QTemporaryDir>
-
-#include <gtest/gtest.h>
-
 IntakeRig::IntakeRig()
     : intake(chart0, chart5, link, errors, *this, DataLogging)
     , session(link, intake, *this, window)
@@ -45,23 +39,4 @@ void IntakeRig::mnuStop_Click()
     ++stopCommands;
     window.calls << QStringLiteral("Stop");
     session.stop();
-}
-
-ChartContent contentOf(Quillchart &chart)
-{
-    ChartContent content;
-    QTemporaryDir dir;
-    const QString path = dir.filePath("run.chd");
-    EXPECT_TRUE(chart.SaveDataFile(path));
-    const auto run = RunFileReader::read(path);
-    EXPECT_TRUE(run.has_value());
-    if (!run)
-        return content;
-    const auto sampleAt = [](float time) { return qRound64(time / SampleStore::timeOf(1)); };
-    for (const EventMark &mark : run->annotations.eventMarks())
-        content.marks << QStringLiteral("%1@%2").arg(mark.label).arg(sampleAt(mark.time));
-    for (const MethodText &text : run->annotations.methodTexts())
-        content.methodTexts << sampleAt(text.time);
-    content.lastSample = run->store.count() - 1;
-    return content;
 }

@@ -39,16 +39,6 @@ public:
     int stopCommands = 0;
 };
 
-/// What a chart holds, read back from the run file it saves: its marks as "label@sample" in
-/// order, the samples its method texts stand on, and the index of its last sample.
-struct ChartContent
-{
-    QStringList marks;
-    QList<qint64> methodTexts;
-    qint64 lastSample = -1;
-};
-ChartContent contentOf(Quillchart &chart);
-
 /// A one-byte block: "E", "H", "P" or "R" with its value.
 inline QByteArray news(char type, int value)
 {
