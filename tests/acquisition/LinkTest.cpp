@@ -159,50 +159,38 @@ TEST_F(LinkTest, UnknownTypesAndLostSyncAreReportedButNotConsumed)
 
 TEST_F(LinkTest, ABlockIsDecodedOnlyOnceAllItsBytesAreThere)
 {
+    // The bytes of one tick, the news it brings and the count of bytes then in the ring.
+    const struct
+    {
+        QByteArray bytes;
+        QStringList news;
+        int left;
+    } ticks[] = {
+        {method("Step 1\tBuffer A\xB5\r\n") + method(""),
+         {QString("M Step 1\tBuffer A") + QChar(0xB5) + "\r\n", "M "},
+         0},
+        {QByteArray::fromHex("964300"), {}, 3},
+        {QByteArray::fromHex("0000009645"), {"C 0"}, 2},
+        {QByteArray::fromHex("02"), {"E 2"}, 0},
+        // "F" asks for one byte of its four: the count goes below zero, the timer's test stays
+        // false, and the next bytes bring it back.
+        {QByteArray::fromHex("964601"), {}, -3},
+        {{}, {}, -3},
+        {QByteArray::fromHex("020304") + pair(0.5f, 2.0f), {"U 0.5", "C 2"}, 0},
+        {"\x96MColumn: Q", {}, 11},
+        {{}, {}, 11},
+        {QByteArray(" 5 ml") + char(0x96) + pair(0.0f, 1.0f),
+         {"M Column: Q 5 ml", "U 0", "C 1"},
+         0},
+    };
     synchronise();
-    feed(QByteArray::fromHex("964300"));
-    tick();
-    EXPECT_TRUE(news.lines.isEmpty()) << "three bytes of a C block";
-    feed(QByteArray::fromHex("0000009645"));
-    tick();
-    EXPECT_EQ(news.lines, QStringList({"C 0"})) << "the E block waits for its value";
-    feed(QByteArray(1, 2));
-    tick();
-    EXPECT_EQ(news.lines, QStringList({"C 0", "E 2"}));
-}
-
-TEST_F(LinkTest, ShortFBlockTakesTheCountBelowZeroAndRecovers)
-{
-    synchronise();
-    feed(QByteArray::fromHex("964601"));
-    tick();
-    EXPECT_EQ(int(link.ring().ByteCount), -3);
-    tick();
-    EXPECT_EQ(int(link.ring().ByteCount), -3) << "the timer's test stays false";
-
-    feed(QByteArray("\x02\x03\x04", 3) + pair(0.5f, 2.0f));
-    tick();
-    EXPECT_EQ(news.lines, QStringList({"U 0.5", "C 2"}));
-}
-
-TEST_F(LinkTest, MethodBlocksCompleteEmptyAndUnterminated)
-{
-    synchronise();
-    feed(method("Step 1\tBuffer A\xB5\r\n") + method(""));
-    tick();
-    EXPECT_EQ(news.lines,
-              QStringList({QString("M Step 1\tBuffer A") + QChar(0xB5) + "\r\n", "M "}));
-
-    news.lines.clear();
-    const QByteArray unterminated("\x96MColumn: Q");
-    feed(unterminated);
-    tick();
-    tick();
-    EXPECT_TRUE(news.lines.isEmpty());
-    EXPECT_EQ(int(link.ring().ByteCount), unterminated.size()) << "nothing consumed";
-    feed(QByteArray(" 5 ml") + char(0x96) + pair(0.0f, 1.0f));
-    tick();
-    EXPECT_EQ(news.lines, QStringList({"M Column: Q 5 ml", "U 0", "C 1"}));
+    for (const auto &t : ticks) {
+        news.lines.clear();
+        feed(t.bytes);
+        tick();
+        EXPECT_EQ(news.lines, t.news) << t.bytes.toHex().toStdString();
+        EXPECT_EQ(int(link.ring().ByteCount), t.left) << t.bytes.toHex().toStdString();
+    }
 }
 
 TEST_F(LinkTest, ADecodeErrorKeepsThePassGoingButTheNextPassSearches)
