@@ -19,7 +19,7 @@ QByteArray encoded(Kind kind)
 {
     RunData run;
     RunContent::grow(run, {}, HostileFiles::kRun);
-    run.annotations.setNotes(QStringLiteral("notes"));
+    run.annotations.setNotes("notes");
     return RunFileCodec::encode({run.store, 0, run.store.count(), run.annotations.eventMarks(),
                                  run.annotations.methodTexts(), run.annotations.notes(), run.axes,
                                  run.title},
@@ -41,40 +41,37 @@ QStringList written(const QDir &dir, const QString &name, const QByteArray &byte
 }
 
 const std::vector<HostileFiles::Row> kRows{
-    {"DevZero", false, [](const QDir &) { return QStringList{QStringLiteral("/dev/zero")}; }},
+    {"DevZero", false, [](const QDir &) { return QStringList{"/dev/zero"}; }},
     {"SparseFileOf200GB", false,
      [](const QDir &dir) {
-         QFile file(dir.filePath(QStringLiteral("disk image.chd")));
+         QFile file(dir.filePath("disk image.chd"));
          EXPECT_TRUE(file.open(QIODevice::WriteOnly) && file.resize(qint64(200) << 30));
          return QStringList{file.fileName()};
      }},
     {"NamedPipe", false,
      [](const QDir &dir) {
-         const QString pipe = dir.filePath(QStringLiteral("pipe.chd"));
+         const QString pipe = dir.filePath("pipe.chd");
          EXPECT_EQ(::mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
          return QStringList{pipe};
      }},
     {"Directory", false,
      [](const QDir &dir) {
-         EXPECT_TRUE(dir.mkdir(QStringLiteral("folder.chd")));
-         return QStringList{dir.filePath(QStringLiteral("folder.chd"))};
+         EXPECT_TRUE(dir.mkdir("folder.chd"));
+         return QStringList{dir.filePath("folder.chd")};
      }},
     {"NoReadPermission", false,
      [](const QDir &dir) {
          // Root reads any file: there the row cannot be made.
          if (::geteuid() == 0)
              return QStringList{};
-         const QStringList files = written(dir, QStringLiteral("locked.chd"), bytesOf(Kind::Data));
+         const QStringList files = written(dir, "locked.chd", bytesOf(Kind::Data));
          EXPECT_EQ(::chmod(QFile::encodeName(files[0]).constData(), 0), 0);
          return files;
      }},
-    {"Missing", false,
-     [](const QDir &dir) { return QStringList{dir.filePath(QStringLiteral("missing.chd"))}; }},
-    {"Empty", false, [](const QDir &dir) { return written(dir, QStringLiteral("empty.chd"), {}); }},
+    {"Missing", false, [](const QDir &dir) { return QStringList{dir.filePath("missing.chd")}; }},
+    {"Empty", false, [](const QDir &dir) { return written(dir, "empty.chd", {}); }},
     {"TextUnderARunName", false,
-     [](const QDir &dir) {
-         return written(dir, QStringLiteral("notes.v2.txt.chd"), "Time\tUV\r\n0.0\t0.1\r\n");
-     }},
+     [](const QDir &dir) { return written(dir, "notes.v2.txt.chd", "Time\tUV\r\n0.0\t0.1\r\n"); }},
     {"CutAtEachChunkBoundary", false,
      [](const QDir &dir) {
          const QByteArray &data = bytesOf(Kind::Data);
@@ -88,19 +85,19 @@ const std::vector<HostileFiles::Row> kRows{
      [](const QDir &dir) {
          QByteArray bytes = bytesOf(Kind::Data);
          qToLittleEndian(quint32(bytes.size()), bytes.data() + RunFileCodec::kHeaderSize + 4);
-         return written(dir, QStringLiteral("longer.chd"), bytes);
+         return written(dir, "longer.chd", bytes);
      }},
     {"BitFlippedInTheSamples", false,
      [](const QDir &dir) {
          QByteArray bytes = bytesOf(Kind::Data);
          bytes[bytes.size() / 2] = char(bytes[bytes.size() / 2] ^ 0x10);
-         return written(dir, QStringLiteral("flipped.chd"), bytes);
+         return written(dir, "flipped.chd", bytes);
      }},
     {"NewerVersion", false,
      [](const QDir &dir) {
          QByteArray bytes = bytesOf(Kind::Data);
          bytes[8] = 2;
-         return written(dir, QStringLiteral("newer.chd"), bytes);
+         return written(dir, "newer.chd", bytes);
      }},
     {"AxisThatIsNoNumber", false,
      [](const QDir &dir) {
@@ -108,11 +105,11 @@ const std::vector<HostileFiles::Row> kRows{
          QByteArray bytes = bytesOf(Kind::Data);
          qToLittleEndian(std::numeric_limits<float>::infinity(), bytes.data() + 40);
          qToLittleEndian(crcOf(QByteArrayView(bytes).sliced(12, 32)), bytes.data() + 44);
-         return written(dir, QStringLiteral("axes.chd"), bytes);
+         return written(dir, "axes.chd", bytes);
      }},
     {"GarbageAfterTheEnd", false,
      [](const QDir &dir) {
-         return written(dir, QStringLiteral("tail.chd"), bytesOf(Kind::Data) + QByteArray(5, 0));
+         return written(dir, "tail.chd", bytesOf(Kind::Data) + QByteArray(5, 0));
      }},
     {"RunsWhateverTheirName", true,
      [](const QDir &dir) {

@@ -17,16 +17,13 @@ QList<ManifestBlock> readManifest(const QString &path)
         return {};
     QList<ManifestBlock> blocks;
     const QJsonDocument document = QJsonDocument::fromJson(file.readAll());
-    for (const QJsonValue &entry : document.object().value(QStringLiteral("blocks")).toArray()) {
+    for (const QJsonValue &entry : document.object().value("blocks").toArray()) {
         const QJsonObject object = entry.toObject();
-        const QString type = object.value(QStringLiteral("type")).toString();
-        blocks.append(
-            {object.value(QStringLiteral("offset")).toInteger(),
-             object.value(QStringLiteral("pair")).toInteger(),
-             type.size() == 1 ? type.front() : QChar(),
-             object.value(QStringLiteral("value")).toDouble(),
-             object.value(QStringLiteral("text")).toString(),
-             QByteArray::fromHex(object.value(QStringLiteral("hex")).toString().toLatin1())});
+        const QString type = object.value("type").toString();
+        blocks.append({object.value("offset").toInteger(), object.value("pair").toInteger(),
+                       type.size() == 1 ? type.front() : QChar(), object.value("value").toDouble(),
+                       object.value("text").toString(),
+                       QByteArray::fromHex(object.value("hex").toString().toLatin1())});
     }
     return blocks;
 }
