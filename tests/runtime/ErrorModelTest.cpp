@@ -21,7 +21,7 @@ TEST(RuntimeErrors, IgnoredStatementsSkipOnlyTheFailingOne)
         ++reached; // not reached: the statement ends at the overflow
     });
     EXPECT_EQ(reached, 1);
-    EXPECT_EQ(Err().number(), ErrorNumber::Overflow) << "Err keeps the last error, as before";
+    EXPECT_EQ(Err().number(), ErrorNumber::Overflow) << "Err keeps the last error";
 }
 
 TEST(RuntimeErrors, EveryNumberHasOneLineAndZeroHasNone)

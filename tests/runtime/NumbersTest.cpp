@@ -97,7 +97,7 @@ TEST(Format, FixedPatternsUseTheLocaleSeparator)
     EXPECT_EQ(DecimalPoint(), QLatin1Char(','));
 }
 
-TEST(Format, GeneralNumberPrintsLikeTheOriginal)
+TEST(Format, GeneralNumberIsShortAndStrLeavesRoomForTheSign)
 {
     EXPECT_EQ(CStr(10.0), "10");
     EXPECT_EQ(CStr(12.5), "12.5");
