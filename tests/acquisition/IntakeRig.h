@@ -38,14 +38,3 @@ public:
     int recordCommands = 0;
     int stopCommands = 0;
 };
-
-/// A one-byte block: "E", "H", "P" or "R" with its value.
-inline QByteArray news(char type, int value)
-{
-    return StreamBytes::status(type, std::uint8_t(value));
-}
-
-inline QByteArray fBlock()
-{
-    return StreamBytes::sample('F', 0.0f);
-}

@@ -10,6 +10,8 @@
 #include <array>
 #include <gtest/gtest.h>
 
+using namespace StreamBytes;
+
 namespace {
 
 /// Plays a stream given as steps: "U3" and "V2" are pairs whose UV block has that letter, one
@@ -32,9 +34,9 @@ void play(IntakeRig &rig, const QString &script)
         } else {
             QByteArray bytes;
             for (const QString &block : step.split('+'))
-                bytes += block == "F"   ? fBlock()
-                         : block == "M" ? StreamBytes::method("Gradient 0-100% B")
-                                        : news(block.front().toLatin1(), block.mid(1).toInt());
+                bytes += block == "F"   ? sample('F', 0.0f)
+                         : block == "M" ? method("Gradient 0-100% B")
+                                        : status(block.front().toLatin1(), block.mid(1).toUInt());
             rig.feed(bytes);
         }
     }

@@ -136,7 +136,7 @@ TEST_F(PortChoiceTest, OkOnTheSamePortReopensItForgetsStatusBlocksAndStartsTheWa
 {
     mapPorts();
     openLinkOn(1);
-    rig.feed(fBlock());
+    rig.feed(StreamBytes::sample('F', 0.0f));
     ASSERT_TRUE(rig.link.state().StatusBlocksSeen);
     ASSERT_TRUE(first.write("\x96P"));
     ASSERT_TRUE(waitFor([&] { return ComPort.InBufferCount() == 2; }));

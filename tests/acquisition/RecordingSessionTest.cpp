@@ -83,7 +83,7 @@ TEST_F(RecordingSessionTest, TickAfterDataLeavesTheLinkAloneAndLooksAgainNextTim
 
 TEST_F(RecordingSessionTest, LostLinkDropsTheWaitingLabelAndSearchesForTheStreamAgain)
 {
-    rig.feed(fBlock() + news('E', 2));
+    rig.feed(sample('F', 0.0f) + status('E', 2));
     rig.window.calls.clear();
     rig.session.ComDataLost();
     EXPECT_EQ(rig.intake.ChartLabelType(), 0);
@@ -105,7 +105,7 @@ TEST_F(RecordingSessionTest, ResynchronisationKeepsTheWatchdogsCountdown)
     // A decoding error, and the route's answer to it: the search starts again and finds the
     // stream.
     rig.errors.onError = [&](qint32) { rig.link.loseSync(); };
-    rig.feed(news('E', 5) + pair(0.5f, 1.0f));
+    rig.feed(status('E', 5) + pair(0.5f, 1.0f));
     rig.feed(pair(0.5f, 1.0f));
     ASSERT_FALSE(rig.errors.codes.isEmpty());
     ASSERT_TRUE(rig.window.calls.contains("linkFound"));
