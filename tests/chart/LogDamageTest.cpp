@@ -41,7 +41,7 @@ protected:
         }
         const QDir dir(m_dir.path());
         for (const QString &name : dir.entryList(QDir::Files, QDir::Name)) {
-            const QByteArray bytes = read(dir.filePath(name));
+            const QByteArray bytes = RunContent::bytesOf(dir.filePath(name));
             m_files.append(dir.filePath(name));
             for (qsizetype at = 16; at < bytes.size();) {
                 const qsizetype end = at + 16 + qFromLittleEndian<quint32>(bytes.data() + at + 8);
@@ -53,11 +53,6 @@ protected:
         ASSERT_EQ(m_records.size(), m_acks.size());
     }
 
-    static QByteArray read(const QString &fileName)
-    {
-        QFile file(fileName);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    }
     static void write(const QString &fileName, const QByteArray &bytes)
     {
         // A fresh file: rewriting one in place makes ext4 flush it on close, which is slow.
@@ -70,7 +65,7 @@ protected:
     /// Reads the log with `fileName` holding `bytes`, then puts the file back.
     LogReader::Status readWith(const QString &fileName, const QByteArray &bytes, RunData &run)
     {
-        const QByteArray original = read(fileName);
+        const QByteArray original = RunContent::bytesOf(fileName);
         write(fileName, bytes);
         const LogReader::Status status = LogReader::read(m_dir.path(), run);
         write(fileName, original);
@@ -89,7 +84,7 @@ TEST_F(LogDamage, AFlippedBitLosesOnlyItsRecordsStretchAndTheCheckAgrees)
 {
     for (std::size_t r = 0; r + 1 < m_records.size(); ++r) {
         const Record &record = m_records[r];
-        const QByteArray bytes = read(record.file);
+        const QByteArray bytes = RunContent::bytesOf(record.file);
         const qsizetype size = record.end - record.begin;
         const RunContent::Counts before = r == 0 ? RunContent::Counts{} : m_acks[r - 1];
         for (qsizetype at : {qsizetype(0), qsizetype(5), qsizetype(9), qsizetype(12), size / 2,
@@ -105,7 +100,7 @@ TEST_F(LogDamage, AFlippedBitLosesOnlyItsRecordsStretchAndTheCheckAgrees)
     }
     // A damaged file header loses nothing: the records behind it are whole.
     for (const QString &file : m_files) {
-        QByteArray damaged = read(file);
+        QByteArray damaged = RunContent::bytesOf(file);
         damaged[13] = char(damaged[13] ^ 1);
         RunData run;
         EXPECT_EQ(readWith(file, damaged, run), LogReader::Status::Good) << file.toStdString();

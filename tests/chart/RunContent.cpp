@@ -4,6 +4,8 @@
 #include "chart/RunData.h"
 #include "chart/RunFileReader.h"
 
+#include <QFile>
+
 #include <bit>
 #include <cmath>
 
@@ -103,4 +105,10 @@ QString RunContent::differences(const RunData &run, Counts counts, Counts lostFr
 std::optional<RunData> RunContent::readRunFile(const QString &fileName)
 {
     return RunFileReader::read(fileName);
+}
+
+QByteArray RunContent::bytesOf(const QString &fileName)
+{
+    QFile file(fileName);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }

@@ -33,4 +33,6 @@ void grow(RunData &run, Counts from, Counts to);
 QString differences(const RunData &run, Counts counts, Counts lostFrom = {}, Counts lostTo = {});
 
 std::optional<RunData> readRunFile(const QString &fileName);
+/// The bytes of a file, none when it cannot be read.
+QByteArray bytesOf(const QString &fileName);
 } // namespace RunContent

@@ -4,19 +4,12 @@
 #include "chart/RunData.h"
 
 #include <QDir>
-#include <QFile>
 #include <QTemporaryDir>
 
 #include <cmath>
 #include <gtest/gtest.h>
 
 namespace {
-
-QByteArray contentOf(const QString &fileName)
-{
-    QFile file(fileName);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
 
 const RunContent::Counts kSmall{700, 9, 2};
 
@@ -57,7 +50,7 @@ TEST_F(RunFile, SavedRunComesBackWithEveryKindOfDataAndSavesAgainAlike)
     EXPECT_EQ(RunContent::differences(RunContent::readRunFile(path("run.chd")).value(), kSmall),
               QString());
     ASSERT_TRUE(loaded.SaveDataFile(path("again.chd")));
-    EXPECT_EQ(contentOf(path("again.chd")), contentOf(path("run.chd")));
+    EXPECT_EQ(RunContent::bytesOf(path("again.chd")), RunContent::bytesOf(path("run.chd")));
 }
 
 TEST_F(RunFile, SelectedDataHoldsWhatTheAxisShowsStartingAtZero)
