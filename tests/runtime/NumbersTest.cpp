@@ -1,6 +1,7 @@
 #include "runtime/Numbers.h"
 
 #include "runtime/Int16.h"
+#include "runtime/RuntimeError.h"
 
 #include <QLocale>
 
@@ -16,25 +17,15 @@ struct LocaleScope
     ~LocaleScope() { QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedStates)); }
 };
 
-int overflowNumber(auto statement)
-{
-    try {
-        statement();
-    } catch (const RuntimeError &e) {
-        return e.number();
-    }
-    return 0;
-}
-
 } // namespace
 
 TEST(Int16, ArithmeticPastTheRangeRaisesOverflow)
 {
     Int16 top = 32767;
     Int16 bottom = -32768;
-    EXPECT_EQ(overflowNumber([&] { ++top; }), ErrorNumber::Overflow);
-    EXPECT_EQ(overflowNumber([&] { bottom -= 1; }), ErrorNumber::Overflow);
-    EXPECT_EQ(overflowNumber([&] {
+    EXPECT_EQ(trapError([&] { ++top; }), ErrorNumber::Overflow);
+    EXPECT_EQ(trapError([&] { bottom -= 1; }), ErrorNumber::Overflow);
+    EXPECT_EQ(trapError([&] {
                   Int16 wide = 40000;
                   (void)wide;
               }),
@@ -61,11 +52,11 @@ TEST(Rounding, HalvesGoToTheEvenNeighbour)
 
 TEST(Rounding, OutOfRangeOrNonFiniteRaisesOverflow)
 {
-    EXPECT_EQ(overflowNumber([] { (void)CInt(32767.5); }), ErrorNumber::Overflow);
-    EXPECT_EQ(overflowNumber([] { (void)CInt(-32769); }), ErrorNumber::Overflow);
-    EXPECT_EQ(overflowNumber([] { (void)CLng(3e9); }), ErrorNumber::Overflow);
-    EXPECT_EQ(overflowNumber([] { (void)CInt(std::nan("")); }), ErrorNumber::Overflow);
-    EXPECT_EQ(overflowNumber([] { (void)CLng(std::numeric_limits<double>::infinity()); }),
+    EXPECT_EQ(trapError([] { (void)CInt(32767.5); }), ErrorNumber::Overflow);
+    EXPECT_EQ(trapError([] { (void)CInt(-32769); }), ErrorNumber::Overflow);
+    EXPECT_EQ(trapError([] { (void)CLng(3e9); }), ErrorNumber::Overflow);
+    EXPECT_EQ(trapError([] { (void)CInt(std::nan("")); }), ErrorNumber::Overflow);
+    EXPECT_EQ(trapError([] { (void)CLng(std::numeric_limits<double>::infinity()); }),
               ErrorNumber::Overflow);
 }
 
@@ -114,7 +105,7 @@ TEST(Format, GeneralNumberIsShortAndStrLeavesRoomForTheSign)
 TEST(Conversion, TextFollowsTheLocaleAndRaisesTypeMismatch)
 {
     EXPECT_DOUBLE_EQ(CDbl(" 2.5 "), 2.5);
-    EXPECT_EQ(overflowNumber([] { (void)CDbl("abc"); }), ErrorNumber::TypeMismatch);
+    EXPECT_EQ(trapError([] { (void)CDbl("abc"); }), ErrorNumber::TypeMismatch);
     LocaleScope german(QLocale::German);
     EXPECT_DOUBLE_EQ(CDbl("2,5"), 2.5);
 }
