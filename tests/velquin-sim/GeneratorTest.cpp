@@ -29,19 +29,17 @@ QList<qsizetype> frameOffsets(const QByteArray &bytes)
 struct KindCase
 {
     InstrumentKind kind;
-    /// The blocks that are no samples, in order, without the numbered events and labels.
-    QStringList sequence;
     /// What starts and ends a run: the next pair is running ("V") or not ("U").
     QString start;
     QString end;
     char condLetter;
     /// A pen block every five pairs.
     bool penBlocks;
+    /// The blocks that are no samples, in order, without the numbered events and labels.
+    QStringList sequence;
 };
 
-class Kind : public ::testing::TestWithParam<KindCase>
-{
-};
+using Kind = ::testing::TestWithParam<KindCase>;
 
 } // namespace
 
@@ -102,12 +100,12 @@ INSTANTIATE_TEST_SUITE_P(
     Generator, Kind,
     ::testing::Values(
         KindCase{InstrumentKind::Status,
-                 {"P1", "R1", "R2", "R1", "R3", "H1", "H2", "R1", "R0", "P0", "M"},
                  "P1",
                  "R0",
                  'C',
-                 true},
-        KindCase{InstrumentKind::Letters, {"E4", "H1", "H2", "E3", "M"}, "E4", "E3", 'D', false}),
+                 true,
+                 {"P1", "R1", "R2", "R1", "R3", "H1", "H2", "R1", "R0", "P0", "M"}},
+        KindCase{InstrumentKind::Letters, "E4", "E3", 'D', false, {"E4", "H1", "H2", "E3", "M"}}),
     [](const auto &info) { return std::string(info.param.penBlocks ? "Status" : "Letters"); });
 
 TEST(Generator, EndlessScenarioRepeatsItsRuns)

@@ -37,9 +37,7 @@ QByteArray readFrom(int fd, qsizetype size)
     return received;
 }
 
-class Mistake : public ::testing::TestWithParam<QStringList>
-{
-};
+using Mistake = ::testing::TestWithParam<QStringList>;
 
 } // namespace
 

@@ -13,9 +13,7 @@ namespace {
 /// A fault's text and its text read back: the same when nullptr, refused with a reason when "".
 using FaultTexts = std::pair<const char *, const char *>;
 
-class FaultText : public ::testing::TestWithParam<FaultTexts>
-{
-};
+using FaultText = ::testing::TestWithParam<FaultTexts>;
 
 } // namespace
 
