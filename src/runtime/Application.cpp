@@ -14,6 +14,7 @@ std::function<void()> flushBeforeExit;
 Application::Application(int &argc, char **argv) : QApplication(argc, argv)
 {
     setApplicationName(App::Title());
+    setApplicationVersion(QStringLiteral(OSTREL_VERSION));
     setOrganizationName(QString());
 }
 

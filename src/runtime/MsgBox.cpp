@@ -78,7 +78,11 @@ class QtDialogBackend final : public DialogBackend
 public:
     int msgBox(const QString &text, int style, const QString &title) override
     {
-        QMessageBox box(iconOf(style), title, text, QMessageBox::NoButton,
+        // A lone carriage return breaks the line, as the original's boxes did.
+        QString shown = text;
+        shown.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+        shown.replace(QLatin1Char('\r'), QLatin1Char('\n'));
+        QMessageBox box(iconOf(style), title, shown, QMessageBox::NoButton,
                         QApplication::activeWindow());
         const QList<ButtonSpec> specs = buttonsOf(style);
         const int defaultIndex = (style & 0x300) >> 8;

@@ -17,6 +17,16 @@ void check(const QSettings &settings)
 {
     if (settings.status() == QSettings::AccessError)
         Raise(ErrorNumber::PermissionDenied);
+    if (settings.status() == QSettings::FormatError)
+        Raise(ErrorNumber::DeviceIo);
+}
+
+/// A value as it stands in the file: an unquoted comma, as in a decimal number edited by hand
+/// where the comma is the separator, makes the store read a list.
+QString textOf(const QVariant &value)
+{
+    return value.userType() == QMetaType::QStringList ? value.toStringList().join(QLatin1Char(','))
+                                                      : value.toString();
 }
 
 } // namespace
@@ -26,7 +36,8 @@ QString GetSetting(const QString &appName, const QString &section, const QString
 {
     QSettings settings = store(appName);
     const QVariant value = settings.value(section + QLatin1Char('/') + key);
-    return value.isValid() ? value.toString() : defaultValue;
+    check(settings);
+    return value.isValid() ? textOf(value) : defaultValue;
 }
 
 void SaveSetting(const QString &appName, const QString &section, const QString &key,
@@ -50,9 +61,10 @@ QList<QPair<QString, QString>> GetAllSettings(const QString &appName, const QStr
 {
     QSettings settings = store(appName);
     settings.beginGroup(section);
+    check(settings);
     QList<QPair<QString, QString>> rows;
     for (const QString &key : settings.childKeys())
-        rows.append({key, settings.value(key).toString()});
+        rows.append({key, textOf(settings.value(key))});
     std::stable_sort(rows.begin(), rows.end(), [](const auto &a, const auto &b) {
         bool aNumber = false;
         bool bNumber = false;

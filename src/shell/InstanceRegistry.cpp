@@ -63,9 +63,16 @@ void padTo(QString &text, int width)
 
 } // namespace
 
-InstanceRegistry::InstanceRegistry(LogPlace &place) : m_place(place)
+InstanceRegistry::InstanceRegistry(LogPlace &place, LogInfoRows LogInfoTable)
+    : m_place(place)
+    , m_logInfoTable(std::move(LogInfoTable))
+{}
+
+LogInfoRows InstanceRegistry::readLogInfo()
 {
-    ignoreErrors([&] { m_logInfoTable = GetAllSettings(App::Title(), kSection); });
+    LogInfoRows rows;
+    ignoreErrors([&] { rows = GetAllSettings(App::Title(), kSection); });
+    return rows;
 }
 
 QString InstanceRegistry::logFolder()

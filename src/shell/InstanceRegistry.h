@@ -17,8 +17,11 @@ using LogInfoRows = QList<QPair<QString, QString>>;
 class InstanceRegistry
 {
 public:
-    /// Reads the copies registered so far, before this one registers.
-    explicit InstanceRegistry(LogPlace &place);
+    /// Takes the copies registered before this one; by default it reads them now.
+    explicit InstanceRegistry(LogPlace &place, LogInfoRows LogInfoTable = readLogInfo());
+
+    /// The register as the store holds it, in the order of the copies' numbers.
+    [[nodiscard]] static LogInfoRows readLogInfo();
 
     [[nodiscard]] const LogInfoRows &LogInfoTable() const { return m_logInfoTable; }
 

@@ -15,7 +15,7 @@
 #include "view/ToolbarIcons.h"
 #include "view/WindowShell.h"
 
-#include <QApplication>
+#include <QCloseEvent>
 #include <QEvent>
 #include <QLineEdit>
 #include <QScrollBar>
@@ -146,9 +146,29 @@ void frmMain::mnuComPort_Click()
 
 void frmMain::mnuExit_Click()
 {
-    // Before the event loop runs the quit has to wait for it.
-    QMetaObject::invokeMethod(this, &QWidget::close, Qt::QueuedConnection);
-    QMetaObject::invokeMethod(qApp, &QCoreApplication::quit, Qt::QueuedConnection);
+    close();
+}
+
+void frmMain::mnuLogName_Click()
+{
+    m_shell->mnuLogName_Click();
+}
+
+void frmMain::mnuAbout_Click()
+{
+    m_shell->mnuAbout_Click();
+}
+
+void frmMain::mnuMethod_Click()
+{
+    toolbar.cmdMethod->setChecked(true);
+    Toolsbar_ButtonClick(toolbar.cmdMethod);
+}
+
+void frmMain::mnuNotes_Click()
+{
+    toolbar.cmdNotes->setChecked(true);
+    Toolsbar_ButtonClick(toolbar.cmdNotes);
 }
 
 void frmMain::mnuOpenData_Click()
@@ -225,6 +245,8 @@ void frmMain::Toolsbar_ButtonClick(QAction *Button)
     for (const auto &[button, routine] : routes)
         if (button == Button)
             (this->*routine)();
+    if (Button == toolbar.cmdMethod || Button == toolbar.cmdNotes)
+        m_shell->textWindowButton(Button);
 }
 
 void frmMain::ComDataLost()
@@ -274,8 +296,10 @@ void frmMain::stopLogTimer()
 
 void frmMain::closeEvent(QCloseEvent *event)
 {
-    if (m_shell)
-        m_shell->windowClosing();
+    if (m_shell && !m_shell->windowClosing()) {
+        event->ignore();
+        return;
+    }
     QMainWindow::closeEvent(event);
 }
 
@@ -293,6 +317,12 @@ void frmMain::showEvent(QShowEvent *event)
     if (m_activated)
         return;
     m_activated = true;
-    if (m_shell)
-        m_shell->firstActivation();
+    // As an activation does, it comes once the window stands on the screen.
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+            if (m_shell)
+                m_shell->firstActivation();
+        },
+        Qt::QueuedConnection);
 }

@@ -67,6 +67,10 @@ public:
     void mnuLogOff_Click() override;
     void mnuComPort_Click() override;
     void mnuExit_Click() override;
+    void mnuLogName_Click();
+    void mnuAbout_Click();
+    void mnuMethod_Click();
+    void mnuNotes_Click();
     void mnuOpenData_Click();
     void mnuOpenLog_Click();
     void DrawChartLabel(const QString &FileName);

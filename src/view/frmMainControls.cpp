@@ -70,6 +70,10 @@ void frmMain::connectCommands()
         {menu.mnuClear, &frmMain::mnuClear_Click},
         {menu.mnuClose, &frmMain::mnuClose_Click},
         {menu.mnuSaveLog, &frmMain::mnuSaveLog_Click},
+        {menu.mnuLogName, &frmMain::mnuLogName_Click},
+        {menu.mnuAbout, &frmMain::mnuAbout_Click},
+        {menu.mnuMethod, &frmMain::mnuMethod_Click},
+        {menu.mnuNotes, &frmMain::mnuNotes_Click},
     };
     for (const auto &[item, routine] : routines)
         connect(item, &QAction::triggered, this, routine);

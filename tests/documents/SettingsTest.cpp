@@ -8,7 +8,10 @@
 #include "runtime/App.h"
 #include "runtime/SettingsStore.h"
 
+#include <QDir>
+#include <QFile>
 #include <QLocale>
+#include <QSettings>
 
 #include <gtest/gtest.h>
 
@@ -118,6 +121,23 @@ TEST_F(SettingsTest, ValueThatDoesNotConvertShowsTheBoxAndDefaultsEverything)
     }
 }
 
+TEST_F(SettingsTest, AStoreThatCannotBeReadShowsTheBoxAndGivesTheDefaults)
+{
+    store("ComPortNumber", "5");
+    const QString path =
+        QSettings(QSettings::IniFormat, QSettings::UserScope, App::Title(), App::Title())
+            .fileName();
+    ASSERT_TRUE(QFile::rename(path, path + ".aside"));
+    ASSERT_TRUE(QDir().mkdir(path));
+    settings.ComPortNumber = 5;
+    settings.ReadSettings();
+    QDir().rmdir(path);
+    QFile::rename(path + ".aside", path);
+    ASSERT_EQ(dialogs.boxes.size(), 1);
+    EXPECT_TRUE(dialogs.boxes[0].text.startsWith("Cannot load configuration file."));
+    EXPECT_EQ(settings.ComPortNumber, 1);
+}
+
 TEST_F(SettingsTest, OnlyTheFirstCopyWritesTheStore)
 {
     store("DataLogging", "True");
@@ -136,11 +156,23 @@ TEST_F(SettingsTest, OnlyTheFirstCopyWritesTheStore)
     EXPECT_EQ(stored("ComPortNumber"), "3");
 }
 
-TEST_F(SettingsTest, HoursUseTheSystemsDecimalSeparator)
+TEST_F(SettingsTest, HoursUseTheSystemsDecimalSeparatorAlsoWhenEditedByHand)
 {
     QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
-    store("DataFileSizeHours", "1,5");
+    QSettings file(QSettings::IniFormat, QSettings::UserScope, App::Title(), App::Title());
+    const QString path = file.fileName();
+    file.setValue("Options/DataFileSizeHours", "0");
+    file.sync();
+    // An editor writes the comma bare, where the store would quote it.
+    QFile ini(path);
+    ASSERT_TRUE(ini.open(QIODevice::ReadOnly));
+    const QByteArray text = ini.readAll().replace("DataFileSizeHours=0", "DataFileSizeHours=1,5");
+    ini.close();
+    ASSERT_TRUE(ini.open(QIODevice::WriteOnly | QIODevice::Truncate));
+    ini.write(text);
+    ini.close();
     settings.ReadSettings();
+    EXPECT_TRUE(dialogs.boxes.isEmpty());
     EXPECT_EQ(settings.DataFileSizeHours, 1.5);
     settings.DataFileSizeHours = 0.75;
     settings.SaveSettings();

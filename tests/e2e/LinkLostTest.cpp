@@ -1,8 +1,10 @@
+#include "ModalDriver.h"
 #include "Pty.h"
 #include "ScriptedDialogs.h"
 #include "SimulatorRun.h"
 #include "acquisition/frmNoData.h"
 #include "shell/Startup.h"
+#include "shell/frmStartup.h"
 #include "view/LedShape.h"
 #include "view/frmMain.h"
 
@@ -26,10 +28,15 @@ TEST(LinkLost, MidRunTheSessionStopsAndTheDialogComesThenTheLedReturnsAlone)
 
     ScriptedDialogs dialogs;
     frmMain window;
-    Startup startup(window);
+    frmStartup splash;
+    Startup startup(window, splash);
     window.setShell(&startup);
     ASSERT_TRUE(startup.openPort());
-    window.show();
+    {
+        ModalDriver name;
+        name.answerWith([](QDialog &form) { form.reject(); });
+        ASSERT_TRUE(name.activate(window));
+    }
     ASSERT_TRUE(waitFor([&] { return window.intake.Recording(); }, 15000));
 
     // frmNoData runs its own event loop; look at the window from inside it, then answer Ok.

@@ -11,6 +11,7 @@
 #include "runtime/SettingsStore.h"
 #include "shell/Startup.h"
 #include "shell/frmDataRecovery.h"
+#include "shell/frmStartup.h"
 #include "view/frmMain.h"
 
 #include <QDir>
@@ -116,10 +117,12 @@ void recoverInto(const QString &home, const QString &file, QStringList &rows)
         }
         form.cmdRecoverButton->click();
     });
+    driver.answerWith([](QDialog &name) { name.reject(); });
     frmMain window;
-    Startup startup(window);
+    frmStartup splash;
+    Startup startup(window, splash);
     window.setShell(&startup);
-    window.show();
+    EXPECT_TRUE(driver.activate(window));
     window.close();
 }
 

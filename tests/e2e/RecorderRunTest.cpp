@@ -1,3 +1,4 @@
+#include "ModalDriver.h"
 #include "Pty.h"
 #include "ScriptedDialogs.h"
 #include "SimManifest.h"
@@ -6,6 +7,7 @@
 #include "chart/RunData.h"
 #include "chart/RunFileCodec.h"
 #include "shell/Startup.h"
+#include "shell/frmStartup.h"
 #include "view/frmMain.h"
 
 #include <QApplication>
@@ -92,10 +94,15 @@ void recordScenario(const QString &kind, Recorded &out)
     const ComPorts com1({simulator.ptyPath()});
     ScriptedDialogs boxes;
     frmMain window;
-    Startup startup(window);
+    frmStartup splash;
+    Startup startup(window, splash);
     window.setShell(&startup);
     ASSERT_TRUE(startup.openPort());
-    window.show();
+    {
+        ModalDriver name;
+        name.answerWith([](QDialog &form) { form.reject(); });
+        ASSERT_TRUE(name.activate(window));
+    }
 
     // A modal dialog would hold the test in its own loop: note it and close it. Between
     // decoding passes, note when the wait for a method text begins and when one arrives.

@@ -1,5 +1,7 @@
 #include "ModalDriver.h"
 
+#include "Pty.h"
+
 #include <QApplication>
 
 #include <gtest/gtest.h>
@@ -32,7 +34,17 @@ void ModalDriver::look()
             guarded->done(QDialog::Rejected);
         }
     });
-    if (!m_answer)
+    if (m_answers.empty())
         return unexpected(*dialog);
-    std::exchange(m_answer, Answer())(*dialog);
+    const Answer answer = std::move(m_answers.front());
+    m_answers.pop_front();
+    answer(*dialog);
+}
+
+bool ModalDriver::activate(QWidget &window)
+{
+    window.show();
+    return waitFor(
+        [&] { return m_answers.empty() && QApplication::activeModalWidget() == nullptr; },
+        m_deadlineMs);
 }

@@ -4,6 +4,7 @@
 #include <QPointer>
 #include <QTimer>
 
+#include <deque>
 #include <functional>
 
 /// Answers the next dialog that comes up modally, by acting on its widgets as an operator
@@ -18,18 +19,22 @@ public:
     ModalDriver(const ModalDriver &) = delete;
     ModalDriver &operator=(const ModalDriver &) = delete;
 
-    /// The answer to the next showing; without one a showing fails the test.
-    void answerWith(Answer answer) { m_answer = std::move(answer); }
+    /// Queues the answer to a showing, first queued first used; a showing with no answer left
+    /// fails the test.
+    void answerWith(Answer answer) { m_answers.push_back(std::move(answer)); }
     /// The same for a dialog of type `T`; another type fails the test.
     template <typename T> void answerWith(std::function<void(T &)> answer)
     {
-        m_answer = [answer = std::move(answer)](QDialog &dialog) {
+        answerWith([answer = std::move(answer)](QDialog &dialog) {
             T *typed = qobject_cast<T *>(&dialog);
             if (typed == nullptr)
                 return unexpected(dialog);
             answer(*typed);
-        };
+        });
     }
+    /// Shows `window` and lets its first activation run, answering its dialogs; false when
+    /// the dialogs queued were not all shown or one is still up.
+    [[nodiscard]] bool activate(QWidget &window);
     [[nodiscard]] int showings() const { return m_showings; }
 
 private:
@@ -40,5 +45,5 @@ private:
     int m_deadlineMs;
     int m_showings = 0;
     QPointer<QDialog> m_current;
-    Answer m_answer;
+    std::deque<Answer> m_answers;
 };
