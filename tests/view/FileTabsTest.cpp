@@ -240,9 +240,10 @@ TEST_P(Clear, UnsavedRecorderDataAreClearedOnlyAsAnswered)
     EXPECT_EQ(window->tabs.ChartSaved[0],
               GetParam().answer != MsgBoxResult::Cancel && GetParam().cleared);
     EXPECT_EQ(window->tabs.ChartFileName[0], "");
-    if (GetParam().cleared)
+    if (GetParam().cleared) {
         EXPECT_EQ(window->Chart[0]->ChartTitle() + window->FrameScaleAxis->txtChartTime->text(),
                   "Chart Recorder10");
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(Answers, Clear,
