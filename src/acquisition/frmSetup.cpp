@@ -3,6 +3,7 @@
 #include "acquisition/ComPortMap.h"
 #include "acquisition/Link.h"
 #include "acquisition/RecordingSession.h"
+#include "runtime/HelpContext.h"
 #include "runtime/MsgBox.h"
 #include "runtime/RuntimeError.h"
 #include "runtime/Twips.h"
@@ -22,6 +23,7 @@ frmSetup::frmSetup(Link &link, Int16 &ComPortNumber, RecordingSession &session, 
     , ComPortNumber(ComPortNumber)
     , m_session(session)
 {
+    setHelpContext(this, 6);
     buildControls();
     Form_Load();
 }

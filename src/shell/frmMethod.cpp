@@ -1,6 +1,7 @@
 #include "shell/frmMethod.h"
 
 #include "chart/Quillchart.h"
+#include "runtime/HelpContext.h"
 
 #include <QFontDatabase>
 #include <QHBoxLayout>
@@ -12,6 +13,7 @@ frmMethod::frmMethod(const Quillchart &chart, std::function<void()> CloseMethod,
     : QDialog(parent)
     , m_closeMethod(std::move(CloseMethod))
 {
+    setHelpContext(this, 3);
     setWindowTitle(QStringLiteral("Method"));
     txtMethod = new QPlainTextEdit(this);
     txtMethod->setReadOnly(true);

@@ -1,6 +1,7 @@
 #include "shell/frmNotes.h"
 
 #include "chart/Quillchart.h"
+#include "runtime/HelpContext.h"
 #include "runtime/MsgBox.h"
 
 #include <QCloseEvent>
@@ -28,6 +29,7 @@ frmNotes::frmNotes(Quillchart &chart, bool &ChartSaved, std::function<void()> re
     , m_chartSaved(ChartSaved)
     , m_release(std::move(release))
 {
+    setHelpContext(this, 4);
     setWindowTitle(QStringLiteral("Notes"));
     txtNotes = new QPlainTextEdit(asEdited(chart.GetNotes()), this);
     txtNotes->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);

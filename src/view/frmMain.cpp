@@ -8,6 +8,7 @@
 #include "view/AxisFrame.h"
 #include "view/AxisPanels.h"
 #include "view/CommandStates.h"
+#include "view/HelpCommands.h"
 #include "view/LedShape.h"
 #include "view/SessionCommands.h"
 #include "view/TabSwitch.h"
@@ -63,6 +64,7 @@ frmMain::frmMain(QWidget *parent)
                                             *FrameScaleAxis, *axes, *timeAxis, intake);
     files =
         std::make_unique<FileCommands>(tabs, Chart, ScrollChart, ComDlg, errors, *tabSwitch, *this);
+    help = std::make_unique<HelpCommands>(*this, menu);
     connectCommands();
     InitMainWindow();
 }
@@ -72,6 +74,7 @@ frmMain::~frmMain() = default;
 void frmMain::InitMainWindow()
 {
     FillAxisLists();
+    SetHelpContexts();
     setWindowTitle(App::Title() + QStringLiteral(" - Velquin System: Default"));
     settings.ReadSettings();
     tabs.CurrentChart = 0;
@@ -95,6 +98,21 @@ void frmMain::InitMainWindow()
     ComDlg.Copies = 1;
     Chart[0]->setChartTitle(QStringLiteral("Chart Recorder"));
     commands->showLogging(settings.DataLogging);
+}
+
+void frmMain::SetHelpContexts()
+{
+    help->SetHelpContexts();
+}
+
+void frmMain::mnuIntro_Click()
+{
+    help->mnuIntro_Click();
+}
+
+void frmMain::mnuIndex_Click()
+{
+    help->mnuIndex_Click();
 }
 
 void frmMain::ArrangeMainWindow()

@@ -27,6 +27,7 @@ class AxisFrame;
 class AxisPanels;
 class CommandStates;
 class FileCommands;
+class HelpCommands;
 class LedShape;
 class QLabel;
 class QScrollBar;
@@ -69,6 +70,9 @@ public:
     void mnuExit_Click() override;
     void mnuLogName_Click();
     void mnuAbout_Click();
+    void mnuIntro_Click();
+    void mnuIndex_Click();
+    void SetHelpContexts();
     void mnuMethod_Click();
     void mnuNotes_Click();
     void mnuOpenData_Click();
@@ -118,6 +122,7 @@ public:
     std::unique_ptr<TabSwitch> tabSwitch;
     std::unique_ptr<FileCommands> files;
     std::unique_ptr<RunningLog> runningLog;
+    std::unique_ptr<HelpCommands> help;
 
 protected:
     void closeEvent(QCloseEvent *event) override;

@@ -72,6 +72,8 @@ void frmMain::connectCommands()
         {menu.mnuSaveLog, &frmMain::mnuSaveLog_Click},
         {menu.mnuLogName, &frmMain::mnuLogName_Click},
         {menu.mnuAbout, &frmMain::mnuAbout_Click},
+        {menu.mnuIntro, &frmMain::mnuIntro_Click},
+        {menu.mnuIndex, &frmMain::mnuIndex_Click},
         {menu.mnuMethod, &frmMain::mnuMethod_Click},
         {menu.mnuNotes, &frmMain::mnuNotes_Click},
     };

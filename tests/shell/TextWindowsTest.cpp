@@ -8,12 +8,16 @@
 #include "shell/frmMethod.h"
 #include "shell/frmNotes.h"
 #include "shell/frmStartup.h"
+#include "view/HelpCommands.h"
+#include "view/HelpWindow.h"
 #include "view/frmMain.h"
 
 #include <QAction>
 #include <QFontMetrics>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QTest>
+#include <QTextBrowser>
 
 #include <gtest/gtest.h>
 
@@ -119,4 +123,20 @@ TEST_F(TextWindowsTest, TheCloseBoxWithCancelInTheQuestionKeepsWindowAndButton)
     EXPECT_EQ(window.Chart[2]->GetNotes(), "peak 3 shoulder") << "the notes go with tab 2";
     EXPECT_TRUE(window.Chart[0]->GetNotes().isEmpty());
     EXPECT_FALSE(window.tabs.ChartSaved[2]);
+}
+
+TEST_F(TextWindowsTest, F1InAWindowOpensItsTopicModalOverItAndTheHelpStaysUsable)
+{
+    HelpWindow &help = window.help->helpWindow();
+    editNotes({}, [&](frmNotes &form) {
+        QTest::keyClick(form.txtNotes, Qt::Key_F1);
+        EXPECT_TRUE(help.isVisible());
+        EXPECT_EQ(help.windowModality(), Qt::ApplicationModal);
+        EXPECT_EQ(help.browser()->source().fileName(), QStringLiteral("notes.html"));
+        help.close();
+        form.cmdCancel->click();
+    });
+    window.mnuIntro_Click();
+    EXPECT_EQ(help.windowModality(), Qt::NonModal);
+    EXPECT_EQ(help.browser()->source().fileName(), QStringLiteral("intro.html"));
 }
