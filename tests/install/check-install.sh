@@ -12,11 +12,6 @@ trap 'rm -rf "$scratch"' EXIT
 cmake --install "$build" --prefix "$scratch/prefix" >/dev/null
 share=$scratch/prefix/share
 
-for file in bin/ostrel bin/ostrel-export bin/velquin-sim share/applications/ostrel.desktop \
-    share/icons/hicolor/scalable/apps/ostrel.svg share/icons/hicolor/48x48/apps/ostrel.png \
-    share/man/man1/ostrel-export.1.gz share/man/man1/velquin-sim.1.gz; do
-    [ -s "$scratch/prefix/$file" ] || { echo "not installed: $file"; exit 1; }
-done
 # The system's types stay visible, so a clash with another *.chd type is settled as on a desktop.
 export XDG_DATA_DIRS=$share:/usr/share XDG_DATA_HOME=$scratch/home XDG_CURRENT_DESKTOP=GNOME
 desktop-file-validate "$share/applications/ostrel.desktop"

@@ -10,7 +10,7 @@ deb=$(ls "$scratch"/ostrel_*.deb)
 dpkg-deb -c "$deb" | awk '{print $6}' >"$scratch/files"
 for file in bin/ostrel bin/ostrel-export bin/velquin-sim applications/ostrel.desktop \
     mime/packages/ostrel.xml icons/hicolor/scalable/apps/ostrel.svg \
-    icons/hicolor/256x256/apps/ostrel.png man/man1/ostrel-export.1.gz; do
+    icons/hicolor/256x256/apps/ostrel.png man/man1/ostrel-export.1.gz man/man1/velquin-sim.1.gz; do
     grep -q "^\./usr/.*$file\$" "$scratch/files" || { echo "not in the package: $file"; exit 1; }
 done
 dpkg-deb -f "$deb" Section Depends

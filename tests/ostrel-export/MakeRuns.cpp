@@ -8,8 +8,6 @@
 
 #include <QtEndian>
 
-#include <cstdio>
-
 namespace {
 
 QByteArray encode(const RunData &run, RunFileCodec::Kind kind)
@@ -24,10 +22,8 @@ QByteArray encode(const RunData &run, RunFileCodec::Kind kind)
 
 int main(int argc, char **argv)
 {
-    if (argc != 2) {
-        std::fprintf(stderr, "usage: ostrel_make_runs DIRECTORY\n");
+    if (argc != 2)
         return 2;
-    }
     const QString directory = QString::fromLocal8Bit(argv[1]) + QLatin1Char('/');
     RunData run;
     run.title = QStringLiteral("Run 7 µ");
