@@ -183,6 +183,8 @@ int main(int argc, char **argv)
     const QString output = arguments.value(1);
     if (parser.isSet(aia) && parser.isSet(json))
         return fail(2, QStringLiteral("give --aia or --json, not both"));
+    if (parser.isSet(injectionDate) && !parser.isSet(aia))
+        return fail(2, QStringLiteral("--injection-date goes with --aia"));
     if (parser.isSet(aia))
         return exportAia(input, output, parser.value(injectionDate));
     if (ExportInput::isWrittenOver(input, output))
