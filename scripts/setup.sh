@@ -2,7 +2,8 @@
 # Installs what Ostrel MS needs on Debian 12, and nothing that is there already. Safe to run
 # again.
 #   bash scripts/setup.sh            the program, the simulator, the tests and the benchmarks
-#   bash scripts/setup.sh --program  the program and the simulator only
+#   bash scripts/setup.sh --program  the program and the simulator only (the converter then
+#                                    builds without its AIA export, which needs netCDF)
 set -euo pipefail
 
 packages=(
@@ -15,6 +16,8 @@ if [ "${1:-}" != "--program" ]; then
         libgtest-dev libgmock-dev googletest libbenchmark-dev
         clang libclang-rt-14-dev
         poppler-utils
+        libnetcdf-dev netcdf-bin python3-netcdf4
+        desktop-file-utils shared-mime-info xdg-utils libglib2.0-bin dpkg-dev lintian
     )
 fi
 

@@ -1,5 +1,6 @@
-// ostrel-export: a run file or a log directory as text or JSON, for a lab's data system and for
-// checks without a screen.
+// ostrel-export: a run file or a log directory as text, JSON or AIA files, for a lab's data
+// system and for checks without a screen.
+#include "AiaWriter.h"
 #include "ExportInput.h"
 #include "RunJson.h"
 #include "chart/DurableFile.h"
@@ -8,6 +9,7 @@
 
 #include <QApplication>
 #include <QCommandLineParser>
+#include <QFileInfo>
 
 #include <cmath>
 #include <cstdio>
@@ -25,15 +27,24 @@ Text export: a header, then tab-separated columns of time (min), UV (AU) and con
 (mS/cm) with event marks on their rows, notes and method text before the data, after it or in
 columns of their own. %1
 
+AIA export (--aia): OUTPUT is a prefix, and PREFIX-uv.cdf and PREFIX-conductivity.cdf are
+written: AIA/ANDI chromatography files (netCDF) that chromatography data systems import, each
+with every sample of the whole run at 0.2 s and the event marks as its peak table. A run file
+records no date, so the injection time in them is the input's modification time in local
+time, unless --injection-date gives it as "YYYY-MM-DD hh:mm:ss" (local time) or in ISO 8601
+form, with "T" and perhaps an offset ("2024-03-01T09:30:00+01:00").
+
 Examples:
   ostrel-export run.chd run.txt                  all data at 1 point a second
   ostrel-export --rate 5 --from 10 --to 25 run.chd    full rate, minutes 10 to 25
   ostrel-export --no-cond --method-position column run.chl -
   ostrel-export --json run.chd run.json          complete dump of everything in the file
   ostrel-export --json ~/.local/share/Ostrel\ MS/Log/4711 recovered.json
+  ostrel-export --aia --injection-date "2024-03-01 09:30:00" run.chd results/run7
 
-Exit status: 0 done, 1 input unreadable or damaged or OUTPUT the same file as INPUT, 2 bad
-options or a range outside the run, 3 output not written.
+Exit status: 0 done, 1 input unreadable, damaged or without samples (AIA), or OUTPUT the same
+file as INPUT, 2 bad options, a range outside the run or no AIA support in this build, 3 output
+not written.
 )";
 
 int fail(int status, const QString &message)
@@ -57,6 +68,46 @@ int refuse(const QCommandLineParser &parser, const QCommandLineOption &option, c
         QStringLiteral("--%1 %2: %3").arg(option.names().constFirst(), parser.value(option), why));
 }
 
+/// The time --injection-date gives, in local time unless the text names an offset.
+std::optional<QDateTime> injectionDateOf(const QString &text)
+{
+    QDateTime time = QDateTime::fromString(text, QStringLiteral("yyyy-MM-dd HH:mm:ss"));
+    if (!time.isValid())
+        time = QDateTime::fromString(text, Qt::ISODate);
+    return time.isValid() ? std::optional(time) : std::nullopt;
+}
+
+int exportAia(const QString &input, const QString &prefix, const QString &injectionDate)
+{
+    if (const QString why = AiaWriter::missing(); !why.isEmpty())
+        return fail(2, why);
+    if (prefix.isEmpty() || prefix == QLatin1String("-"))
+        return fail(2, QStringLiteral("--aia writes two files: give their PREFIX as OUTPUT"));
+    for (const QString &name : AiaWriter::fileNames(prefix)) {
+        if (ExportInput::isWrittenOver(input, name))
+            return fail(1, QStringLiteral("%1 would write over INPUT %2").arg(name, input));
+    }
+    AiaWriter::Header header;
+    header.sourceFile = input;
+    header.written = QDateTime::currentDateTime();
+    header.injection = QFileInfo(input).lastModified();
+    if (!injectionDate.isEmpty()) {
+        const auto time = injectionDateOf(injectionDate);
+        if (!time)
+            return fail(2, QStringLiteral("--injection-date %1: give \"YYYY-MM-DD hh:mm:ss\" or "
+                                          "ISO 8601")
+                               .arg(injectionDate));
+        header.injection = *time;
+    }
+    QString error;
+    const std::optional<RunData> run = ExportInput::read(input, error);
+    if (!run)
+        return fail(1, error);
+    if (run->store.count() == 0)
+        return fail(1, QStringLiteral("%1 holds no samples to export").arg(input));
+    return AiaWriter::write(*run, header, prefix, error) ? 0 : fail(3, error);
+}
+
 bool writeOutput(const QString &output, const QByteArray &bytes)
 {
     if (output.isEmpty() || output == QLatin1String("-"))
@@ -75,10 +126,11 @@ int main(int argc, char **argv)
         qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("ostrel-export"));
+    QApplication::setApplicationVersion(QStringLiteral(OSTREL_VERSION));
 
     QCommandLineParser parser;
     parser.setApplicationDescription(
-        QStringLiteral("Converts an Ostrel MS run to text or JSON.") +
+        QStringLiteral("Converts an Ostrel MS run to text, JSON or AIA chromatography files.") +
         QString::fromLatin1(kExamples).arg(TextExport::thinningNote()));
     parser.addHelpOption();
     parser.addPositionalArgument(QStringLiteral("INPUT"),
@@ -111,7 +163,17 @@ int main(int argc, char **argv)
                                      QStringLiteral("Leave out the notes."));
     const QCommandLineOption noMethod(QStringLiteral("no-method"),
                                       QStringLiteral("Leave out the method text."));
-    parser.addOptions({json, from, to, rate, position, noUv, noCond, noEvents, noNotes, noMethod});
+    const QCommandLineOption aia(
+        QStringLiteral("aia"),
+        QStringLiteral("Write AIA files PREFIX-uv.cdf and PREFIX-conductivity.cdf, OUTPUT "
+                       "being PREFIX, instead of text."));
+    const QCommandLineOption injectionDate(
+        QStringLiteral("injection-date"),
+        QStringLiteral("Injection time of the AIA files (default the input's modification "
+                       "time)."),
+        QStringLiteral("time"));
+    parser.addOptions({json, from, to, rate, position, noUv, noCond, noEvents, noNotes, noMethod,
+                       aia, injectionDate});
     parser.process(app);
 
     const QStringList arguments = parser.positionalArguments();
@@ -119,6 +181,12 @@ int main(int argc, char **argv)
         return fail(2, QStringLiteral("give one input and at most one output; see --help"));
     const QString input = arguments[0];
     const QString output = arguments.value(1);
+    if (parser.isSet(aia) && parser.isSet(json))
+        return fail(2, QStringLiteral("give --aia or --json, not both"));
+    if (parser.isSet(injectionDate) && !parser.isSet(aia))
+        return fail(2, QStringLiteral("--injection-date goes with --aia"));
+    if (parser.isSet(aia))
+        return exportAia(input, output, parser.value(injectionDate));
     if (ExportInput::isWrittenOver(input, output))
         return fail(1, QStringLiteral("OUTPUT %1 would write over INPUT %2")
                            .arg(output.isEmpty() ? QStringLiteral("-") : output, input));
