@@ -1,5 +1,6 @@
 #include "shell/frmDataRecovery.h"
 
+#include "runtime/HelpContext.h"
 #include "runtime/MsgBox.h"
 #include "shell/Recovery.h"
 
@@ -30,6 +31,8 @@ frmDataRecovery::frmDataRecovery(Recovery &recovery, QWidget *parent)
     : QDialog(parent)
     , m_recovery(recovery)
 {
+    // Recovery is told with the running log.
+    setHelpContext(this, 11);
     setWindowTitle(QStringLiteral("Ostrel - Recover Data"));
     setSizeGripEnabled(true);
     lblPrompt = {

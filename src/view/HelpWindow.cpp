@@ -5,6 +5,7 @@
 
 #include <QApplication>
 #include <QHBoxLayout>
+#include <QShortcut>
 #include <QStyle>
 #include <QTextBrowser>
 #include <QToolButton>
@@ -56,12 +57,13 @@ HelpWindow::HelpWindow(QWidget *owner)
     connect(m_back, &QToolButton::clicked, m_browser, &QTextBrowser::backward);
     connect(m_forward, &QToolButton::clicked, m_browser, &QTextBrowser::forward);
     connect(index, &QToolButton::clicked, this, [this] { showTopic(0); });
+    connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this, &QWidget::close);
     connect(m_browser, &QTextBrowser::backwardAvailable, m_back, &QToolButton::setEnabled);
     connect(m_browser, &QTextBrowser::forwardAvailable, m_forward, &QToolButton::setEnabled);
     connect(m_browser, &QTextBrowser::sourceChanged, this, [this] {
         setWindowTitle(App::Title() + QStringLiteral(" Help - ") + m_browser->documentTitle());
     });
-    resize(twips(this, 9000), twips(this, 8000));
+    resize(twips(this, 12000), twips(this, 10000));
 }
 
 QString HelpWindow::topicPage(int context)
