@@ -393,13 +393,8 @@ qint16 Quillchart::ExportData(const QString &FileName, qint16 IncludeUV, qint16 
 void Quillchart::PrintChart(bool PrintChromatogram, bool PrintMethod, bool PrintNotes,
                             qint32 TraceFlags)
 {
-    QPrinter printer(QPrinter::HighResolution);
-    if (!m_printFileName.isEmpty()) {
-        printer.setOutputFormat(QPrinter::PdfFormat);
-        printer.setOutputFileName(m_printFileName);
-    } else if (!m_printerName.isEmpty()) {
-        printer.setPrinterName(m_printerName);
-    }
+    QPrinter defaultPrinter(QPrinter::HighResolution);
+    QPrinter &printer = m_printer != nullptr ? *m_printer : defaultPrinter;
     printer.setDocName(m_title);
     printer.setCopyCount(1);
     PrintLayout::Options options;
@@ -412,12 +407,6 @@ void Quillchart::PrintChart(bool PrintChromatogram, bool PrintMethod, bool Print
     const PrintLayout layout(*m_renderer, *m_annotations, m_axes, m_title, font());
     if (!printer.isValid() || !layout.print(printer, options))
         emit ChartError(m_index, kPrintError);
-}
-
-void Quillchart::setPrintTarget(const QString &printerName, const QString &outputFileName)
-{
-    m_printerName = printerName;
-    m_printFileName = outputFileName;
 }
 
 qint16 Quillchart::WriteLog(const QString &LogDirectory, qint16, qint32, double DataFileSizeHours)
