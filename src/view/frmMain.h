@@ -31,6 +31,7 @@ class LedShape;
 class QLabel;
 class QScrollBar;
 class QTabWidget;
+class ReportCommands;
 class SessionCommands;
 class TabSwitch;
 class TimeAxis;
@@ -78,6 +79,9 @@ public:
     void mnuSaveDataAs_Click();
     void mnuSaveSlectedData_Click();
     void mnuSaveLog_Click();
+    void mnuExport_Click();
+    void mnuPrint_Click();
+    void mnuPrintSetup_Click();
     void TimerSaveLog_Timer();
     void mnuClear_Click();
     void mnuClose_Click();
@@ -118,6 +122,7 @@ public:
     std::unique_ptr<TabSwitch> tabSwitch;
     std::unique_ptr<FileCommands> files;
     std::unique_ptr<RunningLog> runningLog;
+    std::unique_ptr<ReportCommands> reports;
 
 protected:
     void closeEvent(QCloseEvent *event) override;
