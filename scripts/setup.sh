@@ -14,7 +14,7 @@ if [ "${1:-}" != "--program" ]; then
     packages+=(
         libgtest-dev libgmock-dev googletest libbenchmark-dev
         clang libclang-rt-14-dev
-        poppler-utils
+        poppler-utils libreoffice-calc-nogui
     )
 fi
 

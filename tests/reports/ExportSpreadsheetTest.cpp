@@ -39,8 +39,9 @@ QList<QStringList> spreadsheetRows(const QString &text, const QString &folder)
                  {QStringLiteral("-env:UserInstallation=file://") + folder + QStringLiteral("/lo"),
                   QStringLiteral("--headless"),
                   QStringLiteral("--infilter=Text - txt - csv (StarCalc):9,34,76"),
-                  QStringLiteral("--convert-to"), QStringLiteral("csv"), QStringLiteral("--outdir"),
-                  folder, text});
+                  QStringLiteral("--convert-to"),
+                  QStringLiteral("csv:Text - txt - csv (StarCalc):44,34,76"),
+                  QStringLiteral("--outdir"), folder, text});
     if (!office.waitForFinished(180000))
         return {};
     QFile csv(folder + QStringLiteral("/run.csv"));
