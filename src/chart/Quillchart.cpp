@@ -405,7 +405,11 @@ void Quillchart::PrintChart(bool PrintChromatogram, bool PrintMethod, bool Print
     options.content.conductivity = (TraceFlags & 2) != 0;
     options.content.uv = (TraceFlags & 4) != 0;
     const PrintLayout layout(*m_renderer, *m_annotations, m_axes, m_title, font());
-    if (!printer.isValid() || !layout.print(printer, options))
+    // A PDF without a file cannot print, and a printer that tries stays busy for good, deaf to
+    // the next choice of printer: that is the default printer of a computer that has none.
+    const bool noFile =
+        printer.outputFormat() == QPrinter::PdfFormat && printer.outputFileName().isEmpty();
+    if (!printer.isValid() || noFile || !layout.print(printer, options))
         emit ChartError(m_index, kPrintError);
 }
 

@@ -71,8 +71,9 @@ frmExport::frmExport(Quillchart &chart, const ZoomedTime &GetZoomedTime, ErrorRo
 void frmExport::buildControls()
 {
     setWindowTitle(QStringLiteral("Export Data"));
-    setWindowFlag(Qt::WindowContextHelpButtonHint, false);
-    setWindowFlag(Qt::MSWindowsFixedSizeDialogHint);
+    // A fixed border: a title and a close box, nothing to minimise, maximise or resize.
+    setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
+                   Qt::WindowCloseButtonHint | Qt::MSWindowsFixedSizeDialogHint);
 
     frameData = new QGroupBox(QStringLiteral("Data Parameters for Export File"), this);
     optDataRegion[0] = new QRadioButton(QStringLiteral("Selected Data"), frameData);

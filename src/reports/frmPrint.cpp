@@ -44,8 +44,9 @@ frmPrint::frmPrint(Quillchart &chart, PrintChoice &choice, std::function<void()>
 void frmPrint::buildControls()
 {
     setWindowTitle(QStringLiteral("Print"));
-    setWindowFlag(Qt::WindowContextHelpButtonHint, false);
-    setWindowFlag(Qt::MSWindowsFixedSizeDialogHint);
+    // A fixed border: a title and a close box, nothing to minimise, maximise or resize.
+    setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
+                   Qt::WindowCloseButtonHint | Qt::MSWindowsFixedSizeDialogHint);
 
     lblTitle = new QLabel(QStringLiteral("Print Title:"), this);
     txtTitel = new QLineEdit(this);

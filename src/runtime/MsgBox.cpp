@@ -134,8 +134,9 @@ public:
             printer.setPrinterName(dialog.PrinterName);
         printer.setCopyCount(dialog.Copies);
         QPrintDialog printDialog(&printer, QApplication::activeWindow());
-        printDialog.setWindowTitle(dialog.DialogTitle);
         const bool setup = (dialog.Flags & ComDlgFlags::PrintSetup) != 0;
+        // The printer dialog has titles of its own; DialogTitle belongs to the file dialogs.
+        printDialog.setWindowTitle(setup ? QStringLiteral("Print Setup") : QStringLiteral("Print"));
         if (setup)
             printDialog.setOptions(QAbstractPrintDialog::PrintToFile |
                                    QAbstractPrintDialog::PrintShowPageSize);

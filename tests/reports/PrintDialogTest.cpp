@@ -222,3 +222,13 @@ TEST_F(Printing, PrintSetupThatCannotComeUpIsReported)
     reports.mnuPrintSetup_Click();
     EXPECT_EQ(errors.codes, QList<qint32>{-25});
 }
+
+TEST_F(Printing, PrinterChosenAfterAFailedPrintPrints)
+{
+    const QString pdf = dir.filePath(QStringLiteral("second.pdf"));
+    dialogs.printers = {pdf};
+    printWith({});
+    reports.mnuPrintSetup_Click();
+    printWith({});
+    EXPECT_GT(QFileInfo(pdf).size(), 0);
+}
