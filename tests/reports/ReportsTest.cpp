@@ -1,10 +1,10 @@
-#include "ErrorCodes.h"
 #include "ModalDriver.h"
 #include "ScriptedDialogs.h"
 #include "TestEnvironment.h"
 #include "chart/Quillchart.h"
 #include "reports/ReportCommands.h"
 #include "reports/frmPrint.h"
+#include "runtime/ErrorRoute.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -20,6 +20,13 @@
 #include <gtest/gtest.h>
 
 namespace {
+
+class ErrorCodes : public ErrorRoute
+{
+public:
+    void HandelError(qint32 ErrorCode) override { codes.append(ErrorCode); }
+    QList<qint32> codes;
+};
 
 /// The print dialog's boxes by letter: Chromatogram, Uv, Konductivity, Events, Notes, Method.
 const QString kLetters = QStringLiteral("CUKENM");
@@ -138,7 +145,6 @@ TEST_F(Reports, FailedExportIsReportedAndWritesNothing)
     record(300);
     exportAt(QStringLiteral("1"), 1, dir.filePath(QStringLiteral("gone/run.txt")));
     EXPECT_EQ(errors.codes, QList<qint32>{-24});
-    EXPECT_EQ(dialogs.fileDialogs.constFirst().Flags, 2054);
 }
 
 TEST_F(Reports, SpreadsheetReadsThePairsTheRateSelects)

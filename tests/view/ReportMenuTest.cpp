@@ -16,12 +16,10 @@ TEST_F(WindowFixture, ReportCommandsActOnTheTabInFront)
     ModalDriver driver;
     QTemporaryDir dir;
     recordMinutes(2);
-    Quillchart run;
     for (int i = 0; i < 901; ++i)
-        run.AddSample(0.1f, 20.0f);
-    ASSERT_TRUE(run.SaveDataFile(dir.filePath("run.chd")));
-    dialogs.files.push_back(dir.filePath("run.chd"));
-    window->menu.mnuOpenData->trigger();
+        window->Chart[1]->AddSample(0.1f, 20.0f);
+    window->Chart[1]->setChartTitle("run");
+    window->tabs.CurrentChart = 1;
 
     QString range;
     QString title;
@@ -33,11 +31,11 @@ TEST_F(WindowFixture, ReportCommandsActOnTheTabInFront)
         title = form.txtTitel->text();
         form.cmdOk->click();
     });
+    driver.answerWith<frmPrint>([](frmPrint &form) { form.cmdCancel->click(); });
     dialogs.printers.push_back(dir.filePath("report.pdf"));
     window->menu.mnuExport->trigger();
     window->menu.mnuPrintSetup->trigger();
     window->toolbar.cmdPrint->trigger();
-    driver.answerWith<frmPrint>([](frmPrint &form) { form.cmdCancel->click(); });
     window->menu.mnuPrint->trigger();
     EXPECT_EQ(driver.showings(), 3);
     EXPECT_EQ(range, "All Data               (Time:  0.00  to  3.00  minutes) ");
