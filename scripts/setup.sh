@@ -15,7 +15,7 @@ if [ "${1:-}" != "--program" ]; then
     packages+=(
         libgtest-dev libgmock-dev googletest libbenchmark-dev
         clang libclang-rt-14-dev
-        poppler-utils
+        poppler-utils libreoffice-calc-nogui
         libnetcdf-dev netcdf-bin python3-netcdf4
         desktop-file-utils shared-mime-info xdg-utils libglib2.0-bin dpkg-dev lintian
     )

@@ -393,13 +393,8 @@ qint16 Quillchart::ExportData(const QString &FileName, qint16 IncludeUV, qint16 
 void Quillchart::PrintChart(bool PrintChromatogram, bool PrintMethod, bool PrintNotes,
                             qint32 TraceFlags)
 {
-    QPrinter printer(QPrinter::HighResolution);
-    if (!m_printFileName.isEmpty()) {
-        printer.setOutputFormat(QPrinter::PdfFormat);
-        printer.setOutputFileName(m_printFileName);
-    } else if (!m_printerName.isEmpty()) {
-        printer.setPrinterName(m_printerName);
-    }
+    QPrinter defaultPrinter(QPrinter::HighResolution);
+    QPrinter &printer = m_printer != nullptr ? *m_printer : defaultPrinter;
     printer.setDocName(m_title);
     printer.setCopyCount(1);
     PrintLayout::Options options;
@@ -410,14 +405,12 @@ void Quillchart::PrintChart(bool PrintChromatogram, bool PrintMethod, bool Print
     options.content.conductivity = (TraceFlags & 2) != 0;
     options.content.uv = (TraceFlags & 4) != 0;
     const PrintLayout layout(*m_renderer, *m_annotations, m_axes, m_title, font());
-    if (!printer.isValid() || !layout.print(printer, options))
+    // A PDF without a file cannot print, and a printer that tries stays busy for good, deaf to
+    // the next choice of printer: that is the default printer of a computer that has none.
+    const bool noFile =
+        printer.outputFormat() == QPrinter::PdfFormat && printer.outputFileName().isEmpty();
+    if (!printer.isValid() || noFile || !layout.print(printer, options))
         emit ChartError(m_index, kPrintError);
-}
-
-void Quillchart::setPrintTarget(const QString &printerName, const QString &outputFileName)
-{
-    m_printerName = printerName;
-    m_printFileName = outputFileName;
 }
 
 qint16 Quillchart::WriteLog(const QString &LogDirectory, qint16, qint32, double DataFileSizeHours)

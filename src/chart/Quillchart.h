@@ -13,6 +13,7 @@ class ChartAnnotations;
 class ChartRenderer;
 class LogWriter;
 class PlotGeometry;
+class QPrinter;
 class QRubberBand;
 class SampleStore;
 
@@ -72,13 +73,13 @@ public:
                       qint16 MethodPosition, float TimeFrom, float TimeTo, float SampleRate,
                       qint32 PointCount);
 
-    /// Prints one copy of the report on the printer chosen by `setPrintTarget`: the title,
+    /// Prints one copy of the report on the printer given to `setPrinter`: the title,
     /// the chromatogram with the traces `TraceFlags` asks for (1 events, 2 conductivity, 4 UV),
     /// the method text and the notes. A failure raises ChartError -14.
     void PrintChart(bool PrintChromatogram, bool PrintMethod, bool PrintNotes, qint32 TraceFlags);
-    /// The printer `PrintChart` prints on, by name (empty for the default), or, with an
-    /// output file name, a PDF file.
-    void setPrintTarget(const QString &printerName, const QString &outputFileName);
+    /// The printer `PrintChart` prints on, set up and owned by the caller, a PDF file when its
+    /// output format says so; without one, the system's default printer.
+    void setPrinter(QPrinter *printer) { m_printer = printer; }
 
     /// Appends what came since the last successful call to the log in `LogDirectory`, and
     /// answers 0 once it is on the disk, else the run-time error number of the failure.
@@ -155,8 +156,7 @@ private:
     std::size_t m_drawnMarks = 0;
     std::size_t m_drawnMethodTexts = 0;
 
-    QString m_printerName;
-    QString m_printFileName;
+    QPrinter *m_printer = nullptr;
 
     std::optional<ChartAxes> m_axesBeforeZoom;
     QRubberBand *m_rubberBand = nullptr;

@@ -8,6 +8,7 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QMessageBox>
+#include <QPageSetupDialog>
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QPushButton>
@@ -127,14 +128,23 @@ public:
 
     bool printerDialog(ComDlg &dialog) override
     {
-        QPrinter printer(QPrinter::HighResolution);
-        if (!dialog.PrinterName.isEmpty())
+        QPrinter own(QPrinter::HighResolution);
+        QPrinter &printer = dialog.Printer != nullptr ? *dialog.Printer : own;
+        if (dialog.Printer == nullptr && !dialog.PrinterName.isEmpty())
             printer.setPrinterName(dialog.PrinterName);
         printer.setCopyCount(dialog.Copies);
         QPrintDialog printDialog(&printer, QApplication::activeWindow());
-        printDialog.setWindowTitle(dialog.DialogTitle);
+        const bool setup = (dialog.Flags & ComDlgFlags::PrintSetup) != 0;
+        // The printer dialog has titles of its own; DialogTitle belongs to the file dialogs.
+        printDialog.setWindowTitle(setup ? QStringLiteral("Print Setup") : QStringLiteral("Print"));
+        if (setup)
+            printDialog.setOptions(QAbstractPrintDialog::PrintToFile |
+                                   QAbstractPrintDialog::PrintShowPageSize);
         if (printDialog.exec() != QDialog::Accepted)
             return false;
+        // Cancelling the page keeps the printer just chosen, with the page it had.
+        if (setup)
+            QPageSetupDialog(&printer, QApplication::activeWindow()).exec();
         dialog.PrinterName = printer.printerName();
         dialog.OutputFileName = printer.outputFileName();
         dialog.Copies = printer.copyCount();

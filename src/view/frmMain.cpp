@@ -2,6 +2,7 @@
 
 #include "chart/Quillchart.h"
 #include "documents/FileCommands.h"
+#include "reports/ReportCommands.h"
 #include "runtime/App.h"
 #include "runtime/RuntimeError.h"
 #include "runtime/Twips.h"
@@ -64,6 +65,8 @@ frmMain::frmMain(QWidget *parent)
                                             *FrameScaleAxis, *axes, *timeAxis, intake);
     files =
         std::make_unique<FileCommands>(tabs, Chart, ScrollChart, ComDlg, errors, *tabSwitch, *this);
+    reports = std::make_unique<ReportCommands>(
+        ComDlg, errors, [this](float &from, float &to) { GetZoomedTime(from, to); }, *this);
     help = std::make_unique<HelpCommands>(*this, menu);
     connectCommands();
     InitMainWindow();
@@ -254,6 +257,7 @@ void frmMain::Toolsbar_ButtonClick(QAction *Button)
     const std::pair<QAction *, void (frmMain::*)()> routes[] = {
         {toolbar.cmdOpen, &frmMain::mnuOpenData_Click},
         {toolbar.cmdSave, &frmMain::mnuSaveData_Click},
+        {toolbar.cmdPrint, &frmMain::mnuPrint_Click},
         {toolbar.cmdClear, &frmMain::cmdClear_Click},
         {toolbar.cmdRecord, &frmMain::mnuStart_Click},
         {toolbar.cmdStop, &frmMain::mnuStop_Click},
@@ -265,6 +269,21 @@ void frmMain::Toolsbar_ButtonClick(QAction *Button)
             (this->*routine)();
     if (Button == toolbar.cmdMethod || Button == toolbar.cmdNotes)
         m_shell->textWindowButton(Button);
+}
+
+void frmMain::mnuExport_Click()
+{
+    reports->mnuExport_Click(*Chart[tabs.CurrentChart]);
+}
+
+void frmMain::mnuPrint_Click()
+{
+    reports->mnuPrint_Click(*Chart[tabs.CurrentChart]);
+}
+
+void frmMain::mnuPrintSetup_Click()
+{
+    reports->mnuPrintSetup_Click();
 }
 
 void frmMain::ComDataLost()

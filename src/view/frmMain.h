@@ -32,6 +32,7 @@ class LedShape;
 class QLabel;
 class QScrollBar;
 class QTabWidget;
+class ReportCommands;
 class SessionCommands;
 class TabSwitch;
 class TimeAxis;
@@ -82,6 +83,9 @@ public:
     void mnuSaveDataAs_Click();
     void mnuSaveSlectedData_Click();
     void mnuSaveLog_Click();
+    void mnuExport_Click();
+    void mnuPrint_Click();
+    void mnuPrintSetup_Click();
     void TimerSaveLog_Timer();
     void mnuClear_Click();
     void mnuClose_Click();
@@ -122,6 +126,7 @@ public:
     std::unique_ptr<TabSwitch> tabSwitch;
     std::unique_ptr<FileCommands> files;
     std::unique_ptr<RunningLog> runningLog;
+    std::unique_ptr<ReportCommands> reports;
     std::unique_ptr<HelpCommands> help;
 
 protected:

@@ -3,6 +3,8 @@
 #include "chart/Quillchart.h"
 
 #include <QFile>
+#include <QFileInfo>
+#include <QPrinter>
 #include <QProcess>
 #include <QRegularExpression>
 #include <QSet>
@@ -23,7 +25,15 @@ protected:
         m_chart.setTimeAxisMax(30.0f);
     }
 
+    void printTo(const QString &pdf)
+    {
+        m_printer.setOutputFormat(QPrinter::PdfFormat);
+        m_printer.setOutputFileName(pdf);
+        m_chart.setPrinter(&m_printer);
+    }
+
     QTemporaryDir m_dir{testHome() + QStringLiteral("/print-XXXXXX")};
+    QPrinter m_printer{QPrinter::HighResolution};
     Quillchart m_chart;
 };
 
@@ -39,7 +49,7 @@ TEST_F(PrintReport, EveryWordPrintsOverAsManyPagesAsItNeeds)
     m_chart.SetNotes(words.join(QLatin1Char(' ')) + QStringLiteral("\r\nend ") + longWord);
     QSignalSpy errors(&m_chart, &Quillchart::ChartError);
     const QString pdf = m_dir.filePath(QStringLiteral("report.pdf"));
-    m_chart.setPrintTarget(QString(), pdf);
+    printTo(pdf);
     m_chart.PrintChart(true, true, true, 7);
     EXPECT_EQ(errors.size(), 0);
 
@@ -56,13 +66,20 @@ TEST_F(PrintReport, EveryWordPrintsOverAsManyPagesAsItNeeds)
     EXPECT_EQ(text.count(QLatin1Char('Z')), longWord.size());
 }
 
-TEST_F(PrintReport, PrinterThatCannotBeWrittenRaisesPrintError)
+TEST_F(PrintReport, PrinterThatCannotBeWrittenRaisesPrintErrorAndStaysFreeForTheNextChoice)
 {
     m_chart.setIndex(2);
     QSignalSpy errors(&m_chart, &Quillchart::ChartError);
-    m_chart.setPrintTarget(QString(), m_dir.filePath(QStringLiteral("no/such/dir/report.pdf")));
+    for (const QString &pdf :
+         {QString(), m_dir.filePath(QStringLiteral("no/such/dir/report.pdf"))}) {
+        printTo(pdf);
+        m_chart.PrintChart(true, true, true, 7);
+    }
+    ASSERT_EQ(errors.size(), 2);
+    EXPECT_EQ(errors[1][0].value<qint16>(), 2);
+    EXPECT_EQ(errors[1][1].value<qint16>(), -14);
+    printTo(m_dir.filePath(QStringLiteral("report.pdf")));
     m_chart.PrintChart(true, true, true, 7);
-    ASSERT_EQ(errors.size(), 1);
-    EXPECT_EQ(errors[0][0].value<qint16>(), 2);
-    EXPECT_EQ(errors[0][1].value<qint16>(), -14);
+    EXPECT_EQ(errors.size(), 2);
+    EXPECT_GT(QFileInfo(m_dir.filePath(QStringLiteral("report.pdf"))).size(), 0);
 }

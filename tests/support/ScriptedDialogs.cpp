@@ -2,6 +2,8 @@
 
 #include "runtime/ComDlg.h"
 
+#include <QPrinter>
+
 ScriptedDialogs::ScriptedDialogs()
 {
     setDialogBackend(this);
@@ -58,5 +60,9 @@ bool ScriptedDialogs::printerDialog(ComDlg &dialog)
         return false;
     dialog.PrinterName.clear();
     dialog.OutputFileName = path;
+    if (dialog.Printer != nullptr) {
+        dialog.Printer->setOutputFormat(QPrinter::PdfFormat);
+        dialog.Printer->setOutputFileName(path);
+    }
     return true;
 }

@@ -37,7 +37,8 @@ public:
     std::deque<QString> files;
     /// Each file dialog as it was set up when shown.
     QList<ComDlg> fileDialogs;
-    /// Output PDF paths for the next printer dialogs; an empty path cancels.
+    /// Output PDF paths for the next printer dialogs, also set on the dialog's printer when it
+    /// has one; an empty path cancels.
     std::deque<QString> printers;
     /// Runs while a box stands, before it is answered (as a person would act meanwhile).
     std::function<void(const Box &)> whileBoxShown;
