@@ -96,3 +96,17 @@ TEST_F(QuillchartZoom, DragZoomsAndRightClickOrEscapeRestoresTheAxesBeforeEachSi
         EXPECT_EQ(propertiesOf(m_chart), original);
     }
 }
+
+TEST_F(QuillchartZoom, NoSpanIsTooSmallToZoomInto)
+{
+    m_chart.setUvAxisMin(0);
+    m_chart.setUvAxisMax(0.001f);
+    m_chart.setCondAxisMin(0);
+    m_chart.setCondAxisMax(0.5f);
+    m_chart.Redraw();
+    const QPoint corner = m_plot.topLeft() + QPoint(20, 20);
+    drag(corner, corner + QPoint(60, 50));
+    ASSERT_EQ(m_zoomed.size(), 1u);
+    EXPECT_LT(m_zoomed[0].uvMax - m_zoomed[0].uvMin, 0.001f);
+    EXPECT_LT(m_zoomed[0].condMax - m_zoomed[0].condMin, 0.5f);
+}
