@@ -17,8 +17,9 @@
 
 namespace {
 
-/// The bar's range ends at its Max; a Max below 0 (a run shorter than its window) drags the
-/// bottom of the range along, as the bar cannot hold a reversed range.
+/// The bar's range ends at its Max and starts at 0. A Max below 0 (a run shorter than its
+/// window) drags the bottom of the range along for as long as it stands, as the bar cannot
+/// hold a reversed range; the next Max of 0 or more puts the bottom back at 0.
 void setBarMaximum(QScrollBar *bar, Int16 maximum)
 {
     bar->setRange(qMin(0, int(maximum)), maximum);
@@ -244,7 +245,7 @@ void TimeAxis::moveRecorderBarToEnd()
 {
     // Not guarded: a stop after more than 32767 minutes ends the program with Overflow.
     const Int16 maximum = CInt(Chart[0]->GetLastTime() + 0.5 - m_tabs.WindowMinutes[0]);
-    ScrollChart[0]->setMaximum(maximum);
+    setBarMaximum(ScrollChart[0], maximum);
     ScrollChart[0]->setValue(ScrollChart[0]->maximum());
 }
 

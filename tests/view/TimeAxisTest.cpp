@@ -141,4 +141,9 @@ TEST_F(TimeAxisTest, StopGivesTheBarANegativeMaximumForAShortRun)
     EXPECT_EQ(window->ScrollChart[0]->maximum(), -6) << "3.5 - 10 = -6.5, half to even";
     EXPECT_EQ(window->ScrollChart[0]->value(), -6);
     EXPECT_FALSE(window->ScrollChart[0]->isEnabled()) << "full view keeps the bar off";
+
+    window->mnuStart_Click();
+    recordMinutes(20.0);
+    window->mnuStop_Click();
+    EXPECT_EQ(window->ScrollChart[0]->minimum(), 0) << "a later run cannot scroll before 0";
 }
