@@ -71,8 +71,9 @@ void TimeAxis::SetFullView()
     chart.setTimeAxisMin(0);
     m_tabs.ChartViews[m_tabs.CurrentChart].TimeFrom = 0;
     const float last = chart.GetLastTime();
-    // The axis ends on a whole minute: 2.5 rounds to the even 2.
-    chart.setTimeAxisMax(last > 0 ? float(CInt(last + 0.5)) : 10.0f);
+    // The axis ends on a whole minute: 2.5 rounds to the even 2. It is no bar position, so a
+    // run past the bar's 32767 minutes still ends on its last minute.
+    chart.setTimeAxisMax(last > 0 ? float(CLng(last + 0.5)) : 10.0f);
     chart.Redraw();
     ScrollChart[m_tabs.CurrentChart]->setEnabled(false);
     m_frame.txtChartTime->setEnabled(false);
@@ -117,7 +118,7 @@ void TimeAxis::cmdSetTime_Click()
     float T = 0;
     if (A > L && L > 0) {
         // The window would reach beyond the data: pull it back to end on the last minute.
-        ignoreErrors([&] { T = float(CInt(L + 0.5)); });
+        ignoreErrors([&] { T = float(CLng(L + 0.5)); });
         state.TimeFrom = T - float(W);
         if (state.TimeFrom <= 0) {
             state.TimeFrom = 0;

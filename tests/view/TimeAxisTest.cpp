@@ -147,3 +147,11 @@ TEST_F(TimeAxisTest, StopGivesTheBarANegativeMaximumForAShortRun)
     window->mnuStop_Click();
     EXPECT_EQ(window->ScrollChart[0]->minimum(), 0) << "a later run cannot scroll before 0";
 }
+
+TEST_F(TimeAxisTest, FullViewOfARunBeyondTheBarsRangeEndsOnItsLastMinute)
+{
+    recordMinutes(32767.5);
+    window->FrameScaleAxis->optTimeAxis[1]->setChecked(true);
+    window->FrameScaleAxis->optTimeAxis[0]->setChecked(true);
+    EXPECT_FLOAT_EQ(recorder().TimeAxisMax(), 32768.0f);
+}
