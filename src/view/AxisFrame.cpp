@@ -42,6 +42,12 @@ AxisFrame::AxisFrame(QWidget *parent) : QWidget(parent)
         auto *grid = new QGridLayout(frame);
         cmbYAxis[axis] = new QComboBox(frame);
         cmbYAxis[axis]->setEditable(true);
+        // A typed full scale is taken as typed: no completion to a list value, no adding to
+        // the list, and no list pick when the entry is left holding a list value.
+        cmbYAxis[axis]->setCompleter(nullptr);
+        cmbYAxis[axis]->setInsertPolicy(QComboBox::NoInsert);
+        QObject::disconnect(cmbYAxis[axis]->lineEdit(), &QLineEdit::editingFinished,
+                            cmbYAxis[axis], nullptr);
         cmbYAxis[axis]->setEditText(axis == 0 ? QStringLiteral("2.000") : QStringLiteral("500.0"));
         cmbYAxis[axis]->setMinimumContentsLength(6);
         lblAxis[axis == 0 ? 0 : 2] =

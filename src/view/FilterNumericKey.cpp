@@ -3,6 +3,7 @@
 #include "runtime/MsgBox.h"
 #include "runtime/Numbers.h"
 
+#include <QComboBox>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QTimer>
@@ -26,13 +27,24 @@ int FilterNumericKey(int KeyAscii, const QString &Text, const QString &SelText, 
     return 0;
 }
 
-NumericEntry::NumericEntry(QLineEdit *entry, bool allowMinus, std::function<void()> onEnter)
-    : QObject(entry)
-    , m_entry(entry)
+namespace {
+
+QLineEdit *editorOf(QWidget *control)
+{
+    if (auto *combo = qobject_cast<QComboBox *>(control))
+        return combo->lineEdit();
+    return qobject_cast<QLineEdit *>(control);
+}
+
+} // namespace
+
+NumericEntry::NumericEntry(QWidget *control, bool allowMinus, std::function<void()> onEnter)
+    : QObject(control)
+    , m_entry(editorOf(control))
     , m_allowMinus(allowMinus)
     , m_onEnter(std::move(onEnter))
 {
-    entry->installEventFilter(this);
+    control->installEventFilter(this);
 }
 
 bool NumericEntry::eventFilter(QObject *, QEvent *event)
