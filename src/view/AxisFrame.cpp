@@ -71,7 +71,6 @@ AxisFrame::AxisFrame(QWidget *parent) : QWidget(parent)
     optTimeAxis[0]->setChecked(true);
     optTimeAxis[1] = new QRadioButton(QStringLiteral("Window:"), FrameAxis[1]);
     txtChartTime = new QLineEdit(QStringLiteral("10.0"), FrameAxis[1]);
-    txtChartTime->setMaxLength(6);
     txtChartTime->setMaximumWidth(fontMetrics().horizontalAdvance(QStringLiteral("0000.00")) + 12);
     lblWindow = new QLabel(QStringLiteral("Minutes"), FrameAxis[1]);
     cmdSetTime = new QPushButton(QStringLiteral("Set"), FrameAxis[1]);

@@ -38,10 +38,12 @@ QLineEdit *editorOf(QWidget *control)
 
 } // namespace
 
-NumericEntry::NumericEntry(QWidget *control, bool allowMinus, std::function<void()> onEnter)
+NumericEntry::NumericEntry(QWidget *control, bool allowMinus, std::function<void()> onEnter,
+                           int maxLength)
     : QObject(control)
     , m_entry(editorOf(control))
     , m_allowMinus(allowMinus)
+    , m_maxLength(maxLength)
     , m_onEnter(std::move(onEnter))
 {
     control->installEventFilter(this);
@@ -69,6 +71,8 @@ bool NumericEntry::eventFilter(QObject *, QEvent *event)
     const int code = text.front().unicode();
     if (code < 32 && code != 8)
         return false;
+    if (code != 8 && m_entry->text().size() - m_entry->selectedText().size() >= m_maxLength)
+        return true;
     return FilterNumericKey(code, m_entry->text(), m_entry->selectedText(),
                             m_entry->hasSelectedText() ? m_entry->selectionStart()
                                                        : m_entry->cursorPosition(),

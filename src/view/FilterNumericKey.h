@@ -17,11 +17,13 @@ int FilterNumericKey(int KeyAscii, const QString &Text, const QString &SelText, 
 
 /// Puts FilterNumericKey in front of a line edit or an editable combo box, swallows Enter to
 /// run `onEnter`, and selects the whole entry when it takes the focus. A combo box is watched
-/// itself, not its editor: the keys typed into it reach the combo box first.
+/// itself, not its editor: the keys typed into it reach the combo box first. `maxLength`
+/// limits what is typed, not what the program writes there.
 class NumericEntry : public QObject
 {
 public:
-    NumericEntry(QWidget *control, bool allowMinus, std::function<void()> onEnter);
+    NumericEntry(QWidget *control, bool allowMinus, std::function<void()> onEnter,
+                 int maxLength = 32767);
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
@@ -29,5 +31,6 @@ protected:
 private:
     QLineEdit *m_entry;
     bool m_allowMinus;
+    int m_maxLength;
     std::function<void()> m_onEnter;
 };

@@ -46,7 +46,8 @@ TimeAxis::TimeAxis(AxisFrame &frame, AxisPanels &panels, ChartTabs &tabs, const 
                      [this] { cmdSetTime_Click(); });
     QObject::connect(frame.txtChartTime, &QLineEdit::textChanged, &frame,
                      [this] { txtChartTime_Change(); });
-    new NumericEntry(frame.txtChartTime, false, [this] { cmdSetTime_Click(); });
+    new NumericEntry(
+        frame.txtChartTime, false, [this] { cmdSetTime_Click(); }, AxisFrame::kWindowEntryLength);
     for (int i = 0; i < int(ScrollChart.size()); ++i) {
         // The bar never keeps the focus: it belongs to the chart.
         ScrollChart[i]->setFocusPolicy(Qt::NoFocus);

@@ -148,6 +148,17 @@ TEST_F(TimeAxisTest, StopGivesTheBarANegativeMaximumForAShortRun)
     EXPECT_EQ(window->ScrollChart[0]->minimum(), 0) << "a later run cannot scroll before 0";
 }
 
+TEST_F(TimeAxisTest, TheWindowEntryLimitsTypingNotWhatTheProgramWritesThere)
+{
+    emit recorder().Zoomed(0, 0.0f, 12345.6f, -0.2f, 2.0f, 0.0f, 500.0f);
+    QLineEdit *entry = window->FrameScaleAxis->txtChartTime;
+    EXPECT_EQ(entry->text(), "12345.6");
+    EXPECT_FALSE(window->FrameScaleAxis->cmdSetTime->isEnabled());
+    entry->selectAll();
+    QTest::keyClicks(entry, "1234567");
+    EXPECT_EQ(entry->text(), "123456");
+}
+
 TEST_F(TimeAxisTest, FullViewOfARunBeyondTheBarsRangeEndsOnItsLastMinute)
 {
     recordMinutes(32767.5);
