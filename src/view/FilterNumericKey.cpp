@@ -56,6 +56,11 @@ bool NumericEntry::eventFilter(QObject *, QEvent *event)
         QTimer::singleShot(0, m_entry, &QLineEdit::selectAll);
         return false;
     }
+    if (event->type() == QEvent::ShortcutOverride &&
+        static_cast<QKeyEvent *>(event)->modifiers() & Qt::ControlModifier) {
+        event->ignore();
+        return true;
+    }
     if (event->type() != QEvent::KeyPress)
         return false;
     auto *key = static_cast<QKeyEvent *>(event);

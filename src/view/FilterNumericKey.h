@@ -18,7 +18,8 @@ int FilterNumericKey(int KeyAscii, const QString &Text, const QString &SelText, 
 /// Puts FilterNumericKey in front of a line edit or an editable combo box, swallows Enter to
 /// run `onEnter`, and selects the whole entry when it takes the focus. A combo box is watched
 /// itself, not its editor: the keys typed into it reach the combo box first. `maxLength`
-/// limits what is typed, not what the program writes there.
+/// limits what is typed, not what the program writes there. The window's shortcuts win over
+/// the editor's own (Ctrl+C is Close, not Copy).
 class NumericEntry : public QObject
 {
 public:
