@@ -14,6 +14,17 @@
 
 using MainWindowTest = WindowFixture;
 
+TEST_F(MainWindowTest, TheToolbarCannotBeHiddenFromAContextMenu)
+{
+    QToolBar *bar = window->toolbar.Toolsbar;
+    QContextMenuEvent click(QContextMenuEvent::Mouse, QPoint(5, 5), bar->mapToGlobal(QPoint(5, 5)));
+    QApplication::sendEvent(bar, &click);
+    QWidget *popup = QApplication::activePopupWidget();
+    EXPECT_EQ(popup, nullptr);
+    if (popup)
+        popup->close();
+}
+
 TEST_F(MainWindowTest, MenuShortcutsWinOverTheFocusedEntry)
 {
     window->activateWindow();
