@@ -14,6 +14,20 @@
 
 using MainWindowTest = WindowFixture;
 
+TEST_F(MainWindowTest, AxisFrameKeepsItsDesignSizeAndEveryTabIsLaidOut)
+{
+    const AxisFrame &frame = *window->FrameScaleAxis;
+    EXPECT_NEAR(frame.width(), twips(&frame, 7750), 1);
+    EXPECT_NEAR(frame.height(), twips(&frame, 1095), 1);
+    EXPECT_NEAR(window->minimumWidth(), twips(window.get(), 7850), 1);
+    EXPECT_NEAR(window->TabChart->y(), twips(window.get(), 100), 1);
+    EXPECT_NEAR(frame.y() - window->TabChart->geometry().bottom() - 1, twips(window.get(), 100), 1);
+    for (int i = 1; i < 5; ++i) {
+        EXPECT_EQ(window->Chart[i]->geometry(), window->Chart[0]->geometry()) << "tab " << i;
+        EXPECT_EQ(window->ScrollChart[i]->geometry(), window->ScrollChart[0]->geometry());
+    }
+}
+
 TEST_F(MainWindowTest, TheToolbarCannotBeHiddenFromAContextMenu)
 {
     QToolBar *bar = window->toolbar.Toolsbar;
