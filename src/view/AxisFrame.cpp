@@ -11,13 +11,15 @@
 
 namespace {
 
-/// Blue for the UV axis, red for conductivity, as the traces are drawn.
+/// Blue for the UV axis, red for conductivity, as the traces are drawn. Disabled controls keep
+/// the grey of the style, so that a dimmed Set button looks dimmed.
 void tint(QWidget *widget, const QColor &colour)
 {
     QPalette palette = widget->palette();
-    palette.setColor(QPalette::WindowText, colour);
-    palette.setColor(QPalette::Text, colour);
-    palette.setColor(QPalette::ButtonText, colour);
+    for (const QPalette::ColorGroup group : {QPalette::Active, QPalette::Inactive})
+        for (const QPalette::ColorRole role :
+             {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+            palette.setColor(group, role, colour);
     widget->setPalette(palette);
 }
 

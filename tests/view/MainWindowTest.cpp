@@ -28,6 +28,16 @@ TEST_F(MainWindowTest, AxisFrameKeepsItsDesignSizeAndEveryTabIsLaidOut)
     }
 }
 
+TEST_F(MainWindowTest, ADimmedSetButtonLooksTheSameInEveryPanel)
+{
+    const AxisFrame &frame = *window->FrameScaleAxis;
+    const QImage timeSet = frame.cmdSetTime->grab().toImage();
+    for (QPushButton *button : {frame.cmdSet[0], frame.cmdSet[1]}) {
+        ASSERT_FALSE(button->isEnabled());
+        EXPECT_TRUE(button->grab().toImage() == timeSet) << "not in the axis colour";
+    }
+}
+
 TEST_F(MainWindowTest, TheToolbarCannotBeHiddenFromAContextMenu)
 {
     QToolBar *bar = window->toolbar.Toolsbar;
