@@ -59,7 +59,6 @@ frmDataRecovery::frmDataRecovery(Recovery &recovery, QWidget *parent)
         QFont font = button->font();
         font.setBold(true);
         button->setFont(font);
-        button->setAutoDefault(false);
     }
     cmdRecoverButton->setEnabled(false);
 

@@ -11,6 +11,7 @@
 #include <QProcess>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QTest>
 
 #include <gtest/gtest.h>
 #include <memory>
@@ -141,12 +142,28 @@ TEST_F(PortChoiceTest, OkOnTheSamePortReopensItForgetsStatusBlocksAndStartsTheWa
     ASSERT_TRUE(first.write("\x96P"));
     ASSERT_TRUE(waitFor([&] { return ComPort.InBufferCount() == 2; }));
 
-    driver.answerWith<frmSetup>([](frmSetup &shown) { shown.cmdOk->click(); });
+    // Enter where no button has the focus presses the default button.
+    driver.answerWith<frmSetup>(
+        [](frmSetup &shown) { QTest::keyClick(shown.optCom[0], Qt::Key_Return); });
     choice.mnuComPort_Click(nullptr);
     EXPECT_FALSE(rig.link.state().StatusBlocksSeen);
     EXPECT_EQ(ComPort.InBufferCount(), 0) << "closed and opened again";
     EXPECT_TRUE(rig.session.TimerCheckComData().isActive()) << "it looks at the new port";
     EXPECT_TRUE(linkReceivesFrom(first));
+}
+
+TEST_F(PortChoiceTest, EnterOnAFocusedCancelCancels)
+{
+    mapPorts();
+    openLinkOn(1);
+    driver.answerWith<frmSetup>([](frmSetup &shown) {
+        shown.optCom[1]->click();
+        shown.cmdCancel->setFocus();
+        QTest::keyClick(shown.cmdCancel, Qt::Key_Return);
+    });
+    choice.mnuComPort_Click(nullptr);
+    EXPECT_EQ(ComPortNumber, 1);
+    EXPECT_TRUE(linkReceivesFrom(first)) << "the link stays where it was";
 }
 
 TEST_F(PortChoiceTest, StartupKeepsAFreeStoredPortWithoutAsking)
