@@ -49,17 +49,30 @@ TEST_F(SerialControlTest, NoReceiveEventAt49BytesOneAt50)
     EXPECT_EQ(control.InBufferCount(), 50);
 }
 
-TEST_F(SerialControlTest, PortHeldByAnotherProgramRaises8005)
+TEST_F(SerialControlTest, PortHeldByAnotherProgramRaises8005WithOrWithoutALock)
 {
-    QProcess holder;
-    holder.start(QStringLiteral(PORT_HOLDER));
-    ASSERT_TRUE(holder.waitForReadyRead(10000));
-    ASSERT_EQ(holder.readLine().trimmed(), "0") << "the other program got the port";
-    control.setCommPort(1);
-    EXPECT_EQ(trapError([&] { control.setPortOpen(true); }), ErrorNumber::PortAlreadyOpen);
-    holder.closeWriteChannel();
-    ASSERT_TRUE(holder.waitForFinished(10000));
-    EXPECT_EQ(trapError([&] { control.setPortOpen(true); }), 0) << "free again once released";
+    for (const bool locked : {true, false}) {
+        SCOPED_TRACE(locked ? "a copy of the recorder" : "a program that takes no lock");
+        QProcess holder;
+        if (locked) {
+            holder.start(QStringLiteral(PORT_HOLDER));
+            ASSERT_TRUE(holder.waitForReadyRead(10000));
+            ASSERT_EQ(holder.readLine().trimmed(), "0") << "the other program got the port";
+        } else {
+            holder.setStandardInputFile(pty.slavePath());
+            holder.start(QStringLiteral("sleep"), {QStringLiteral("60")});
+            ASSERT_TRUE(holder.waitForStarted(10000));
+        }
+        control.setCommPort(1);
+        EXPECT_EQ(trapError([&] { control.setPortOpen(true); }), ErrorNumber::PortAlreadyOpen);
+        if (locked)
+            holder.closeWriteChannel();
+        else
+            holder.kill();
+        ASSERT_TRUE(holder.waitForFinished(10000));
+        EXPECT_EQ(trapError([&] { control.setPortOpen(true); }), 0) << "free again once released";
+        control.setPortOpen(false);
+    }
 }
 
 TEST_F(SerialControlTest, BurstBeyondTheInputBufferRaises1008AndKeepsTheFirstBytes)
