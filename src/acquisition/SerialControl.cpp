@@ -1,6 +1,7 @@
 #include "acquisition/SerialControl.h"
 
 #include "acquisition/ComPortMap.h"
+#include "acquisition/DeviceUsers.h"
 #include "runtime/RuntimeError.h"
 
 #include <QFileInfo>
@@ -30,6 +31,12 @@ QString SerialControl::devicePath() const
 
 bool SerialControl::openDevice(const QString &path, int *errorNumber)
 {
+    // Two readers would each get half the stream, so a device that another program holds
+    // open without a lock is as busy as a locked one.
+    if (isOpenElsewhere(path)) {
+        *errorNumber = ErrorNumber::PortAlreadyOpen;
+        return false;
+    }
     m_port->setPortName(path);
     if (!m_port->open(QIODevice::ReadOnly)) {
         switch (m_port->error()) {

@@ -52,10 +52,9 @@ void frmSetup::buildControls()
 
     cmdOk = new QPushButton(QStringLiteral("&OK"), this);
     cmdCancel = new QPushButton(QStringLiteral("&Cancel"), this);
-    for (QPushButton *button : {cmdOk, cmdCancel}) {
+    // Enter presses the focused button; the default button only when no button has the focus.
+    for (QPushButton *button : {cmdOk, cmdCancel})
         button->resize(button->sizeHint().expandedTo({twips(this, 1455), twips(this, 375)}));
-        button->setAutoDefault(false);
-    }
     cmdOk->setObjectName(QStringLiteral("cmdOk"));
     cmdCancel->setObjectName(QStringLiteral("cmdCancel"));
     cmdOk->setDefault(true);

@@ -27,9 +27,6 @@
 
 namespace {
 
-// Smallest spans a zoom may take: what the axis entries of the window still accept.
-constexpr float kMinUvSpan = 0.001f;
-constexpr float kMinCondSpan = 0.5f;
 // A drag shorter than this either way is a click, not a rectangle.
 constexpr int kMinDragPixels = 3;
 
@@ -254,8 +251,9 @@ void Quillchart::zoomTo(const QRect &widgetRect)
     zoomed.uvMin = float(m_geometry->uvAt(device.bottom()));
     zoomed.condMax = float(m_geometry->condAt(device.top()));
     zoomed.condMin = float(m_geometry->condAt(device.bottom()));
-    if (zoomed.uvMax - zoomed.uvMin < kMinUvSpan ||
-        zoomed.condMax - zoomed.condMin < kMinCondSpan || !(zoomed.timeMax > zoomed.timeMin))
+    // Any span that single precision still tells apart will do.
+    if (!(zoomed.uvMax > zoomed.uvMin) || !(zoomed.condMax > zoomed.condMin) ||
+        !(zoomed.timeMax > zoomed.timeMin))
         return;
     if (!m_axesBeforeZoom)
         m_axesBeforeZoom = m_axes;

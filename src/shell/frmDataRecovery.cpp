@@ -62,7 +62,6 @@ frmDataRecovery::frmDataRecovery(Recovery &recovery, QWidget *parent)
         QFont font = button->font();
         font.setBold(true);
         button->setFont(font);
-        button->setAutoDefault(false);
     }
     cmdRecoverButton->setEnabled(false);
 

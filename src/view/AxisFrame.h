@@ -21,6 +21,9 @@ class AxisFrame : public QWidget
 public:
     explicit AxisFrame(QWidget *parent = nullptr);
 
+    /// The most characters that may be typed into the window entry.
+    static constexpr int kWindowEntryLength = 6;
+
     std::array<QGroupBox *, 3> FrameAxis{};
     std::array<QComboBox *, 2> cmbYAxis{};
     /// Index 1 does not exist: the conductivity panel's label is number 2.

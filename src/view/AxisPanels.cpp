@@ -67,7 +67,7 @@ AxisPanels::AxisPanels(AxisFrame &frame, ChartTabs &tabs, const Charts &Chart)
                          [this, i] { txtYAxisMin_Change(i); });
         QObject::connect(frame.cmdSet[i], &QPushButton::clicked, &frame,
                          [this, i] { cmdSet_Click(i); });
-        new NumericEntry(frame.cmbYAxis[i]->lineEdit(), false, [this, i] { cmdSet_Click(i); });
+        new NumericEntry(frame.cmbYAxis[i], false, [this, i] { cmdSet_Click(i); });
         // Only the UV minimum may be negative.
         new NumericEntry(frame.txtYAxisMin[i], i == 0, [this, i] { cmdSet_Click(i); });
     }

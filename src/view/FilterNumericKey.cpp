@@ -3,6 +3,7 @@
 #include "runtime/MsgBox.h"
 #include "runtime/Numbers.h"
 
+#include <QComboBox>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QTimer>
@@ -26,13 +27,26 @@ int FilterNumericKey(int KeyAscii, const QString &Text, const QString &SelText, 
     return 0;
 }
 
-NumericEntry::NumericEntry(QLineEdit *entry, bool allowMinus, std::function<void()> onEnter)
-    : QObject(entry)
-    , m_entry(entry)
+namespace {
+
+QLineEdit *editorOf(QWidget *control)
+{
+    if (auto *combo = qobject_cast<QComboBox *>(control))
+        return combo->lineEdit();
+    return qobject_cast<QLineEdit *>(control);
+}
+
+} // namespace
+
+NumericEntry::NumericEntry(QWidget *control, bool allowMinus, std::function<void()> onEnter,
+                           int maxLength)
+    : QObject(control)
+    , m_entry(editorOf(control))
     , m_allowMinus(allowMinus)
+    , m_maxLength(maxLength)
     , m_onEnter(std::move(onEnter))
 {
-    entry->installEventFilter(this);
+    control->installEventFilter(this);
 }
 
 bool NumericEntry::eventFilter(QObject *, QEvent *event)
@@ -41,6 +55,11 @@ bool NumericEntry::eventFilter(QObject *, QEvent *event)
         // After a click has placed the caret, not before.
         QTimer::singleShot(0, m_entry, &QLineEdit::selectAll);
         return false;
+    }
+    if (event->type() == QEvent::ShortcutOverride &&
+        static_cast<QKeyEvent *>(event)->modifiers() & Qt::ControlModifier) {
+        event->ignore();
+        return true;
     }
     if (event->type() != QEvent::KeyPress)
         return false;
@@ -57,6 +76,8 @@ bool NumericEntry::eventFilter(QObject *, QEvent *event)
     const int code = text.front().unicode();
     if (code < 32 && code != 8)
         return false;
+    if (code != 8 && m_entry->text().size() - m_entry->selectedText().size() >= m_maxLength)
+        return true;
     return FilterNumericKey(code, m_entry->text(), m_entry->selectedText(),
                             m_entry->hasSelectedText() ? m_entry->selectionStart()
                                                        : m_entry->cursorPosition(),

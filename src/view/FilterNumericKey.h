@@ -6,6 +6,7 @@
 #include <functional>
 
 class QLineEdit;
+class QWidget;
 
 /// The key filter of every numeric entry: answers the key code when the key may pass, 0 when
 /// it is refused (after a beep). Backspace and digits pass; the locale's decimal separator
@@ -14,12 +15,16 @@ class QLineEdit;
 int FilterNumericKey(int KeyAscii, const QString &Text, const QString &SelText, int SelStart,
                      bool AllowPoint, bool AllowMinus);
 
-/// Puts FilterNumericKey in front of a line edit (or a combo box's editor), swallows Enter to
-/// run `onEnter`, and selects the whole entry when it takes the focus.
+/// Puts FilterNumericKey in front of a line edit or an editable combo box, swallows Enter to
+/// run `onEnter`, and selects the whole entry when it takes the focus. A combo box is watched
+/// itself, not its editor: the keys typed into it reach the combo box first. `maxLength`
+/// limits what is typed, not what the program writes there. The window's shortcuts win over
+/// the editor's own (Ctrl+C is Close, not Copy).
 class NumericEntry : public QObject
 {
 public:
-    NumericEntry(QLineEdit *entry, bool allowMinus, std::function<void()> onEnter);
+    NumericEntry(QWidget *control, bool allowMinus, std::function<void()> onEnter,
+                 int maxLength = 32767);
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
@@ -27,5 +32,6 @@ protected:
 private:
     QLineEdit *m_entry;
     bool m_allowMinus;
+    int m_maxLength;
     std::function<void()> m_onEnter;
 };

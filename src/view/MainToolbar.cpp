@@ -12,6 +12,8 @@ void MainToolbar::build(QMainWindow *window)
     Toolsbar = window->addToolBar(QStringLiteral("Tools"));
     Toolsbar->setObjectName(QStringLiteral("Toolsbar"));
     Toolsbar->setMovable(false);
+    // The tool bar is always there: no context menu offers to hide it.
+    Toolsbar->toggleViewAction()->setVisible(false);
     Toolsbar->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
     auto button = [this](const char *key, const QString &caption, const QString &toolTip,
                          const char *imageKey) {

@@ -17,8 +17,9 @@
 
 namespace {
 
-/// The bar's range ends at its Max; a Max below 0 (a run shorter than its window) drags the
-/// bottom of the range along, as the bar cannot hold a reversed range.
+/// The bar's range ends at its Max and starts at 0. A Max below 0 (a run shorter than its
+/// window) drags the bottom of the range along for as long as it stands, as the bar cannot
+/// hold a reversed range; the next Max of 0 or more puts the bottom back at 0.
 void setBarMaximum(QScrollBar *bar, Int16 maximum)
 {
     bar->setRange(qMin(0, int(maximum)), maximum);
@@ -45,7 +46,8 @@ TimeAxis::TimeAxis(AxisFrame &frame, AxisPanels &panels, ChartTabs &tabs, const 
                      [this] { cmdSetTime_Click(); });
     QObject::connect(frame.txtChartTime, &QLineEdit::textChanged, &frame,
                      [this] { txtChartTime_Change(); });
-    new NumericEntry(frame.txtChartTime, false, [this] { cmdSetTime_Click(); });
+    new NumericEntry(
+        frame.txtChartTime, false, [this] { cmdSetTime_Click(); }, AxisFrame::kWindowEntryLength);
     for (int i = 0; i < int(ScrollChart.size()); ++i) {
         // The bar never keeps the focus: it belongs to the chart.
         ScrollChart[i]->setFocusPolicy(Qt::NoFocus);
@@ -70,8 +72,9 @@ void TimeAxis::SetFullView()
     chart.setTimeAxisMin(0);
     m_tabs.ChartViews[m_tabs.CurrentChart].TimeFrom = 0;
     const float last = chart.GetLastTime();
-    // The axis ends on a whole minute: 2.5 rounds to the even 2.
-    chart.setTimeAxisMax(last > 0 ? float(CInt(last + 0.5)) : 10.0f);
+    // The axis ends on a whole minute: 2.5 rounds to the even 2. It is no bar position, so a
+    // run past the bar's 32767 minutes still ends on its last minute.
+    chart.setTimeAxisMax(last > 0 ? float(CLng(last + 0.5)) : 10.0f);
     chart.Redraw();
     ScrollChart[m_tabs.CurrentChart]->setEnabled(false);
     m_frame.txtChartTime->setEnabled(false);
@@ -116,7 +119,7 @@ void TimeAxis::cmdSetTime_Click()
     float T = 0;
     if (A > L && L > 0) {
         // The window would reach beyond the data: pull it back to end on the last minute.
-        ignoreErrors([&] { T = float(CInt(L + 0.5)); });
+        ignoreErrors([&] { T = float(CLng(L + 0.5)); });
         state.TimeFrom = T - float(W);
         if (state.TimeFrom <= 0) {
             state.TimeFrom = 0;
@@ -244,7 +247,7 @@ void TimeAxis::moveRecorderBarToEnd()
 {
     // Not guarded: a stop after more than 32767 minutes ends the program with Overflow.
     const Int16 maximum = CInt(Chart[0]->GetLastTime() + 0.5 - m_tabs.WindowMinutes[0]);
-    ScrollChart[0]->setMaximum(maximum);
+    setBarMaximum(ScrollChart[0], maximum);
     ScrollChart[0]->setValue(ScrollChart[0]->maximum());
 }
 

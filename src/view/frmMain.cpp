@@ -124,19 +124,22 @@ void frmMain::ArrangeMainWindow()
     // The axis frame's width sets the window's narrowest size; 5000 twips its lowest.
     ignoreErrors([&] {
         const int chrome = width() - client->width();
-        setMinimumSize(FrameScaleAxis->sizeHint().width() + twips(this, 100) + chrome,
-                       twips(this, 5000));
+        setMinimumSize(FrameScaleAxis->width() + twips(this, 100) + chrome, twips(this, 5000));
     });
     const int SW = client->width();
     const int SH = client->height();
-    ignoreErrors([&] {
-        FrameScaleAxis->resize(FrameScaleAxis->sizeHint());
-        FrameScaleAxis->move((SW - FrameScaleAxis->width()) / 2, SH - FrameScaleAxis->height());
-    });
-    ignoreErrors([&] {
-        const int top = twips(this, 100) / 2;
-        TabChart->setGeometry(0, top, SW, FrameScaleAxis->y() - top - twips(this, 100) / 2);
-    });
+    FrameScaleAxis->move((SW - FrameScaleAxis->width()) / 2, SH - FrameScaleAxis->height());
+    // The client area starts under the tool bar already.
+    const int top = twips(this, 100);
+    TabChart->setGeometry(0, top, SW, FrameScaleAxis->y() - top - twips(this, 100));
+    // Every tab's chart and bar, shown or not.
+    const QRect page = TabChart->currentWidget()->geometry();
+    for (int i = 0; i < ChartTabs::kTabCount; ++i) {
+        const int barHeight = ScrollChart[i]->sizeHint().height();
+        TabChart->widget(i)->setGeometry(page);
+        Chart[i]->setGeometry(0, 0, page.width(), page.height() - barHeight);
+        ScrollChart[i]->setGeometry(0, Chart[i]->height(), page.width(), barHeight);
+    }
     ignoreErrors([&] { Chart[tabs.CurrentChart]->Redraw(); });
 }
 
@@ -342,8 +345,10 @@ void frmMain::closeEvent(QCloseEvent *event)
 
 bool frmMain::eventFilter(QObject *watched, QEvent *event)
 {
-    // The client area has its final size only once the main window's own layout has run.
-    if (watched == centralWidget() && event->type() == QEvent::Resize)
+    // The client area and the tab strip's page have their final sizes only once the main
+    // window's and the tab strip's own layouts have run.
+    if (event->type() == QEvent::Resize &&
+        (watched == centralWidget() || watched == TabChart->currentWidget()))
         ArrangeMainWindow();
     return QMainWindow::eventFilter(watched, event);
 }

@@ -9,7 +9,6 @@
 #include <QScrollBar>
 #include <QTabWidget>
 #include <QToolBar>
-#include <QVBoxLayout>
 
 void frmMain::buildCharts()
 {
@@ -19,15 +18,12 @@ void frmMain::buildCharts()
     for (std::size_t i = ChartTabs::kTabCount; i < Chart.size(); ++i)
         Chart[i]->setParent(this);
     for (int i = 0; i < ChartTabs::kTabCount; ++i) {
+        // The chart and its bar are placed by the window's layout routine.
         auto *page = new QWidget(TabChart);
-        auto *column = new QVBoxLayout(page);
-        column->setContentsMargins(0, 0, 0, 0);
-        column->setSpacing(0);
+        page->installEventFilter(this);
         Chart[i]->setParent(page);
         ScrollChart[i] = new QScrollBar(Qt::Horizontal, page);
         ScrollChart[i]->setEnabled(false);
-        column->addWidget(Chart[i], 1);
-        column->addWidget(ScrollChart[i]);
         TabChart->addTab(page,
                          i == 0 ? QStringLiteral("Chart Recorder") : QStringLiteral("(empty)"));
     }

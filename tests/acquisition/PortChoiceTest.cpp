@@ -11,6 +11,7 @@
 #include <QProcess>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QTest>
 
 #include <gtest/gtest.h>
 #include <memory>
@@ -27,10 +28,8 @@ class PortChoiceTest : public ::testing::Test
 protected:
     void TearDown() override
     {
-        if (holder.state() != QProcess::NotRunning) {
-            holder.closeWriteChannel();
-            holder.waitForFinished(10000);
-        }
+        holder.kill();
+        holder.waitForFinished(10000);
     }
 
     /// COM 1 and COM 2 on the terminals, then `more`, then missing devices up to COM 10.
@@ -43,16 +42,13 @@ protected:
         ports.emplace(paths);
     }
 
-    /// Another program takes the device and keeps it until the test ends.
+    /// Another program opens the device without taking its lock, and keeps it until the test
+    /// ends.
     void holdElsewhere(const QString &path)
     {
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert("OSTREL_COMPORTS", path);
-        holder.setProcessEnvironment(environment);
-        holder.start(QStringLiteral(PORT_HOLDER));
-        ASSERT_TRUE(holder.waitForReadyRead(10000));
-        ASSERT_EQ(holder.readLine().trimmed(), "0")
-            << "the other program got " << path.toStdString();
+        holder.setStandardInputFile(path);
+        holder.start(QStringLiteral("sleep"), {QStringLiteral("60")});
+        ASSERT_TRUE(holder.waitForStarted(10000));
     }
 
     std::unique_ptr<frmSetup> load()
@@ -125,7 +121,9 @@ TEST_F(PortChoiceTest, PortThatFailsToOpenSaysWhyRestoresTheLinkAndKeepsTheFormU
         EXPECT_TRUE(shown.isVisible()) << "the operator may choose again";
         EXPECT_EQ(ComPort.CommPort(), 1);
         EXPECT_TRUE(ComPort.PortOpen());
-        shown.cmdCancel->click();
+        // Enter presses the focused button, not the default one.
+        shown.cmdCancel->setFocus();
+        QTest::keyClick(shown.cmdCancel, Qt::Key_Return);
     });
     EXPECT_EQ(form->exec(), QDialog::Rejected);
     EXPECT_EQ(ComPortNumber, 1) << "Cancel forgets the choice";

@@ -95,4 +95,14 @@ TEST_F(QuillchartZoom, DragZoomsAndRightClickOrEscapeRestoresTheAxesBeforeEachSi
         EXPECT_EQ(m_unzoomed, std::vector<ChartAxes>{original});
         EXPECT_EQ(propertiesOf(m_chart), original);
     }
+
+    // No span is too small to zoom into.
+    m_chart.setUvAxisMin(0);
+    m_chart.setUvAxisMax(0.001f);
+    m_chart.setCondAxisMin(0);
+    m_chart.setCondAxisMax(0.5f);
+    m_chart.Redraw();
+    drag(from, to);
+    EXPECT_LT(m_chart.UvAxisMax() - m_chart.UvAxisMin(), 0.001f);
+    EXPECT_LT(m_chart.CondAxisMax() - m_chart.CondAxisMin(), 0.5f);
 }

@@ -12,48 +12,49 @@ namespace {
 class AxisPanelsTest : public WindowFixture
 {
 protected:
-    /// Types into an entry as the operator does: select all, type, press Enter.
-    void type(QLineEdit *entry, const QString &text, bool enter = true)
+    /// Types into an entry as the operator does: select all, type, press Enter. The keys go
+    /// through the window to whatever has the focus, as the platform delivers them.
+    void type(QWidget *entry, const QString &text, bool enter = true)
     {
-        entry->setFocus();
-        entry->selectAll();
-        QTest::keyClicks(entry, text);
+        window->activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+        window->setFocus();
+        entry->setFocus(); // which selects the whole entry
+        QCoreApplication::processEvents();
+        QTest::keyClicks(nullptr, text);
         if (enter)
-            QTest::keyClick(entry, Qt::Key_Return);
+            QTest::keyClick(window->windowHandle(), Qt::Key_Return);
     }
-    QLineEdit *fullScale(int panel) { return window->FrameScaleAxis->cmbYAxis[panel]->lineEdit(); }
+    QComboBox *fullScale(int panel) { return window->FrameScaleAxis->cmbYAxis[panel]; }
 };
 
 } // namespace
 
-TEST_F(AxisPanelsTest, TypedFullScalesAreLimitedWithABeep)
+TEST_F(AxisPanelsTest, TypedFullScalesAreLimitedWithABeepAndTooSmallAGapIsRefused)
 {
     type(fullScale(0), "5");
-    EXPECT_EQ(fullScale(0)->text(), "2.000");
+    EXPECT_EQ(fullScale(0)->currentText(), "2.000");
     EXPECT_EQ(dialogs.beeps, 1);
     EXPECT_FLOAT_EQ(window->Chart[0]->UvAxisMax(), 2.0f);
 
     type(window->FrameScaleAxis->txtYAxisMin[0], "-1", false);
     type(fullScale(0), "0.0005");
-    EXPECT_EQ(fullScale(0)->text(), "0.001");
+    EXPECT_EQ(fullScale(0)->currentText(), "0.001");
     EXPECT_EQ(dialogs.beeps, 2);
 
     type(window->FrameScaleAxis->txtYAxisMin[1], "600", false);
     type(fullScale(1), "700");
     EXPECT_EQ(dialogs.beeps, 4) << "full scale and minimum both limited";
-    EXPECT_EQ(fullScale(1)->text(), "500.0");
+    EXPECT_EQ(fullScale(1)->currentText(), "500.0");
     EXPECT_EQ(window->FrameScaleAxis->txtYAxisMin[1]->text(), "499.5");
     EXPECT_FLOAT_EQ(window->Chart[0]->CondAxisMin(), 499.5f);
-}
 
-TEST_F(AxisPanelsTest, TooSmallAGapIsRefusedAndTheEntriesGoBack)
-{
     type(window->FrameScaleAxis->txtYAxisMin[0], "1", false);
     type(fullScale(0), "1");
-    ASSERT_EQ(dialogs.boxes.size(), 1);
-    EXPECT_EQ(fullScale(0)->text(), "2.000");
-    EXPECT_EQ(window->FrameScaleAxis->txtYAxisMin[0]->text(), "-0.200");
-    EXPECT_FLOAT_EQ(window->Chart[0]->UvAxisMax(), 2.0f);
+    ASSERT_EQ(dialogs.boxes.size(), 1) << "too small a gap: refused, and the entries go back";
+    EXPECT_EQ(fullScale(0)->currentText(), "0.001");
+    EXPECT_EQ(window->FrameScaleAxis->txtYAxisMin[0]->text(), "-1.000");
+    EXPECT_FLOAT_EQ(window->Chart[0]->UvAxisMin(), -1.0f);
 }
 
 TEST_F(AxisPanelsTest, ListPicksApplyAtOnceAndTypedValuesNeedNotBeInTheList)
@@ -64,9 +65,16 @@ TEST_F(AxisPanelsTest, ListPicksApplyAtOnceAndTypedValuesNeedNotBeInTheList)
         << "a tenth of the full scale below 0";
     EXPECT_FLOAT_EQ(window->Chart[0]->UvAxisMax(), 0.5f);
 
-    type(fullScale(0), "1.5");
+    type(window->FrameScaleAxis->txtYAxisMin[0], "-0.5", false);
+    type(fullScale(0), "1x.5");
+    EXPECT_EQ(dialogs.beeps, 1) << "the letter is refused";
     EXPECT_FLOAT_EQ(window->tabs.ChartViews[0].UvMax, 1.5f);
-    EXPECT_EQ(fullScale(0)->text(), "1.500");
+    EXPECT_EQ(fullScale(0)->currentText(), "1.500");
+    EXPECT_FLOAT_EQ(window->tabs.ChartViews[0].UvMin, -0.5f) << "Enter is no list pick";
+    EXPECT_EQ(fullScale(0)->count(), 11) << "nor does it add to the list";
+
+    type(fullScale(1), "10");
+    EXPECT_FLOAT_EQ(window->Chart[0]->CondAxisMax(), 10.0f) << "not completed to 100.0";
 }
 
 TEST_F(AxisPanelsTest, SetIsLitWhileItsEntryDiffersAsText)

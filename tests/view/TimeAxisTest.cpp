@@ -35,6 +35,9 @@ TEST_F(TimeAxisTest, FullViewEndsOnTheWholeMinuteRoundedHalfToEven)
     window->SetFullView();
     EXPECT_FLOAT_EQ(recorder().TimeAxisMax(), 4.0f);
     EXPECT_FALSE(window->FrameScaleAxis->txtChartTime->isEnabled());
+    recordMinutes(32767.5 - 3.1);
+    window->SetFullView();
+    EXPECT_FLOAT_EQ(recorder().TimeAxisMax(), 32768.0f) << "beyond the bar's range";
 }
 
 TEST_F(TimeAxisTest, AWindowBeyondTheDataIsPulledBack)
@@ -105,6 +108,15 @@ TEST_F(TimeAxisTest, ZoomIsTakenOverAsAWindowAndUnzoomGoesBackToFullView)
     EXPECT_FLOAT_EQ(chart.TimeAxisMax(), 8.0f);
     EXPECT_FLOAT_EQ(window->tabs.ChartViews[0].UvMax, 2.0f);
     EXPECT_EQ(window->FrameScaleAxis->cmbYAxis[0]->currentText(), "2.000");
+
+    // The entry's six characters limit typing, not what the window writes there.
+    emit chart.Zoomed(0, 0.0f, 12345.6f, -0.2f, 2.0f, 0.0f, 500.0f);
+    QLineEdit *entry = window->FrameScaleAxis->txtChartTime;
+    EXPECT_EQ(entry->text(), "12345.6");
+    EXPECT_FALSE(window->FrameScaleAxis->cmdSetTime->isEnabled());
+    entry->selectAll();
+    QTest::keyClicks(entry, "1234567");
+    EXPECT_EQ(entry->text(), "123456");
 }
 
 TEST_F(TimeAxisTest, LiveViewJumpsOnlyWhenTheNewestPairLeavesTheAxis)
@@ -141,4 +153,9 @@ TEST_F(TimeAxisTest, StopGivesTheBarANegativeMaximumForAShortRun)
     EXPECT_EQ(window->ScrollChart[0]->maximum(), -6) << "3.5 - 10 = -6.5, half to even";
     EXPECT_EQ(window->ScrollChart[0]->value(), -6);
     EXPECT_FALSE(window->ScrollChart[0]->isEnabled()) << "full view keeps the bar off";
+
+    window->mnuStart_Click();
+    recordMinutes(20.0);
+    window->mnuStop_Click();
+    EXPECT_EQ(window->ScrollChart[0]->minimum(), 0) << "a later run cannot scroll before 0";
 }
