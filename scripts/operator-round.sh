@@ -62,7 +62,7 @@ notes=$(await '^Notes$')
 xdotool windowfocus --sync "$notes" type --delay 20 'Peak 2 collected in tubes 12 to 15. Baseline steady.'
 sleep 0.3
 shot "$notes" notes.png
-xdotool key alt+o
+xdotool windowfocus --sync "$notes" key alt+o
 step "the run saved"
 # A click on the tool bar's Save, as the operator would.
 xdotool mousemove --window "$main" 76 45 click 1

@@ -83,6 +83,12 @@ AxisFrame::AxisFrame(QWidget *parent) : QWidget(parent)
     place(txtChartTime, 1080, 630, 750, 315);
     lblWindow = new QLabel(QStringLiteral("Minutes"), time);
     place(lblWindow, 1875, 700, 735, 255);
+    // A caption that took more room than designed pushes its entry and unit along the row.
+    const int overlap = optTimeAxis[1]->geometry().right() + twips(this, 45) - txtChartTime->x();
+    if (overlap > 0) {
+        txtChartTime->move(txtChartTime->x() + overlap, txtChartTime->y());
+        lblWindow->move(lblWindow->x() + overlap, lblWindow->y());
+    }
     cmdSetTime = new QPushButton(QStringLiteral("Set"), time);
     cmdSetTime->setEnabled(false);
     place(cmdSetTime, 2200, 230, 650, 400);

@@ -253,6 +253,8 @@ TEST_F(Reports, EveryCopyIsTriedEvenWhenThePrinterFails)
         errors.codes.clear();
         dialog.Copies = copies;
         printWith({});
-        EXPECT_EQ(errors.codes, QList<qint32>(copies, -14));
+        // Counted, not compared as lists: an empty list's comparison trips the sanitizer in Qt.
+        EXPECT_EQ(errors.codes.size(), copies);
+        EXPECT_EQ(errors.codes.count(-14), copies);
     }
 }
