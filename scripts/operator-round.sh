@@ -63,6 +63,8 @@ xdotool windowfocus --sync "$notes" type --delay 20 'Peak 2 collected in tubes 1
 sleep 0.3
 shot "$notes" notes.png
 xdotool windowfocus --sync "$notes" key alt+o
+# The window blocks the main window until it has gone.
+while xdotool search --onlyvisible --name '^Notes$' >/dev/null 2>&1; do sleep 0.1; done
 step "the run saved"
 # A click on the tool bar's Save, as the operator would.
 xdotool mousemove --window "$main" 76 45 click 1
