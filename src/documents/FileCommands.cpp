@@ -6,10 +6,10 @@
 #include "documents/TabHeads.h"
 #include "runtime/ComDlg.h"
 #include "runtime/ErrorRoute.h"
+#include "runtime/Hourglass.h"
 #include "runtime/MsgBox.h"
 #include "runtime/Numbers.h"
 
-#include <QApplication>
 #include <QScrollBar>
 
 namespace {
@@ -21,18 +21,6 @@ constexpr int kMaxFiles = 4;
 /// Ask before replacing, no read-only box, the folder must exist.
 constexpr int kSaveFlags =
     ComDlgFlags::OverwritePrompt | ComDlgFlags::HideReadOnly | ComDlgFlags::PathMustExist;
-
-/// The screen's pointer is one setting, not a stack: the hourglass on, or back to the default.
-void showHourglass(bool on)
-{
-    if (on) {
-        if (QApplication::overrideCursor() == nullptr)
-            QApplication::setOverrideCursor(Qt::WaitCursor);
-        return;
-    }
-    while (QApplication::overrideCursor() != nullptr)
-        QApplication::restoreOverrideCursor();
-}
 
 } // namespace
 
@@ -83,14 +71,14 @@ void FileCommands::OpenChartFile(bool IsLog)
 
 void FileCommands::DrawChartLabel(const QString &FileName)
 {
-    showHourglass(true);
+    setHourglass(true);
     const int i = m_tabs.ChartCount;
     ++m_tabs.ChartCount;
     if (!Chart[i]->LoadDataFile(FileName)) {
         // The control has told the user through its error event.
         m_heads.setTabCaption(i, kEmptyTab);
         --m_tabs.ChartCount;
-        showHourglass(false);
+        setHourglass(false);
         return;
     }
     m_tabs.ChartFileName[i] = FileName;
@@ -112,7 +100,7 @@ void FileCommands::DrawChartLabel(const QString &FileName)
     m_heads.setTabCaption(i, ShortenCaption(name, kCaptionWidth, m_window));
     Chart[i]->setChartTitle(name);
     m_heads.selectTab(i);
-    showHourglass(false);
+    setHourglass(false);
 }
 
 bool FileCommands::isLogTab() const
@@ -135,13 +123,13 @@ void FileCommands::mnuSaveData_Click()
     if (m_tabs.ChartFileName[c].isEmpty() || isLogTab()) {
         mnuSaveDataAs_Click();
     } else {
-        showHourglass(true);
+        setHourglass(true);
         if (Chart[c]->SaveDataFile(m_tabs.ChartFileName[c]))
             m_tabs.ChartSaved[c] = true;
         else
             m_errors.HandelError(-16);
     }
-    showHourglass(false);
+    setHourglass(false);
 }
 
 void FileCommands::mnuSaveDataAs_Click()

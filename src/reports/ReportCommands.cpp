@@ -1,10 +1,10 @@
 #include "reports/ReportCommands.h"
 
 #include "chart/Quillchart.h"
-#include "reports/Hourglass.h"
 #include "reports/frmPrint.h"
 #include "runtime/ComDlg.h"
 #include "runtime/ErrorRoute.h"
+#include "runtime/Hourglass.h"
 #include "runtime/Int16.h"
 #include "runtime/RuntimeError.h"
 

@@ -1,9 +1,9 @@
 #include "reports/frmExport.h"
 
 #include "chart/Quillchart.h"
-#include "reports/Hourglass.h"
 #include "runtime/ErrorRoute.h"
 #include "runtime/HelpContext.h"
+#include "runtime/Hourglass.h"
 #include "runtime/Numbers.h"
 
 #include <QCheckBox>
