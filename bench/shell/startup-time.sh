@@ -6,20 +6,7 @@
 set -euo pipefail
 build=${1:-build}
 rounds=${2:-10}
-home=$(mktemp -d)
-sim=
-# The server names its display once it accepts clients.
-Xvfb -displayfd 3 -screen 0 1280x900x24 3>"$home/display" >/dev/null 2>&1 &
-xvfb=$!
-trap 'kill $xvfb $sim 2>/dev/null; rm -rf "$home"' EXIT
-until [ -s "$home/display" ]; do sleep 0.05; done
-export DISPLAY=:$(cat "$home/display") XDG_DATA_HOME=$home/data XDG_CONFIG_HOME=$home/config
-export XDG_RUNTIME_DIR=$home/runtime
-mkdir -m 700 "$XDG_RUNTIME_DIR"
-"$build/tools/velquin-sim/velquin-sim" --pty --runs 0 --idle-seconds 600 >"$home/sim" &
-sim=$!
-until [ -s "$home/sim" ]; do sleep 0.05; done
-export OSTREL_COMPORTS=$(head -n 1 "$home/sim")
+source "$(dirname "$0")/../../scripts/virtual-desktop.sh" "$build" --runs 0 --idle-seconds 600
 
 now() { date +%s%N; }
 # Polls for a visible window named by the pattern; prints its id.
