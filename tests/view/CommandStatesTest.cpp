@@ -10,7 +10,7 @@ using namespace StreamBytes;
 
 namespace {
 
-/// The commands of the table by kind of tab, and those that stay enabled throughout.
+/// The commands that the kind of tab in front and the recording switch.
 struct Row
 {
     const char *name;
@@ -31,16 +31,6 @@ const Row kRows[] = {
     {"cmdSave", nullptr, &MainToolbar::cmdSave, true, false, true},
     {"cmdPrint", nullptr, &MainToolbar::cmdPrint, true, false, true},
     {"cmdClear", nullptr, &MainToolbar::cmdClear, true, false, true},
-    {"mnuOpenData", &MainMenu::mnuOpenData, nullptr, true, true, true},
-    {"mnuOpenLog", &MainMenu::mnuOpenLog, nullptr, true, true, true},
-    {"mnuExit", &MainMenu::mnuExit, nullptr, true, true, true},
-    {"mnuLogName", &MainMenu::mnuLogName, nullptr, true, true, true},
-    {"mnuMethod", &MainMenu::mnuMethod, nullptr, true, true, true},
-    {"mnuNotes", &MainMenu::mnuNotes, nullptr, true, true, true},
-    {"mnuIntro", &MainMenu::mnuIntro, nullptr, true, true, true},
-    {"cmdOpen", nullptr, &MainToolbar::cmdOpen, true, true, true},
-    {"cmdMethod", nullptr, &MainToolbar::cmdMethod, true, true, true},
-    {"cmdNotes", nullptr, &MainToolbar::cmdNotes, true, true, true},
 };
 
 enum Column { Idle, Recording, File };
