@@ -64,7 +64,6 @@ TEST_F(ErrorHandlerTest, BoxCodesShowTheirWordsAndLogNothing)
         QString text;
     } rows[] = {
         {-25, "ERROR!", 48, "Cannot Load Print Setup dialog box."},
-        {-24, "ERROR!", 48, "Cannot Export."},
         {-22, "ERROR!", 0, kDataLost},
         {-21, "Ostrel MS", 0, "Log file is corapted"},
         {-20, "ERROR!", 48,
@@ -116,10 +115,7 @@ TEST_F(ErrorHandlerTest, LogOnlyCodesBeepAndWriteTwoLinesWithDebugText)
         {-10, "ERROR - Lost Sync.", true},
         {1001, "ERROR - Break signal received.", false},
         {1002, "ERROR - Clear-to-send timeout.", false},
-        {1003, "ERROR - Data-set ready timeout.", false},
         {1006, "The COM Port hardware is unable to keep up with the data transmission.", false},
-        {1007, "ERROR - Carrier detect timeout.", false},
-        {1008, "ERROR - Receive buffer overflow.", false},
         {1010, "ERROR - Transmit buffer full.", false},
     };
     // A lost synchronisation leaves its words and bytes for the entries after it.

@@ -10,6 +10,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QLocale>
 #include <QSettings>
 
@@ -159,17 +160,11 @@ TEST_F(SettingsTest, OnlyTheFirstCopyWritesTheStore)
 TEST_F(SettingsTest, HoursUseTheSystemsDecimalSeparatorAlsoWhenEditedByHand)
 {
     QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
-    QSettings file(QSettings::IniFormat, QSettings::UserScope, App::Title(), App::Title());
-    const QString path = file.fileName();
-    file.setValue("Options/DataFileSizeHours", "0");
-    file.sync();
     // An editor writes the comma bare, where the store would quote it.
-    QFile ini(path);
-    ASSERT_TRUE(ini.open(QIODevice::ReadOnly));
-    const QByteArray text = ini.readAll().replace("DataFileSizeHours=0", "DataFileSizeHours=1,5");
-    ini.close();
-    ASSERT_TRUE(ini.open(QIODevice::WriteOnly | QIODevice::Truncate));
-    ini.write(text);
+    QFile ini(QSettings(QSettings::IniFormat, QSettings::UserScope, App::Title(), App::Title())
+                  .fileName());
+    ASSERT_TRUE(QDir().mkpath(QFileInfo(ini).path()) && ini.open(QIODevice::Append));
+    ini.write("\n[Options]\nDataFileSizeHours=1,5\n");
     ini.close();
     settings.ReadSettings();
     EXPECT_TRUE(dialogs.boxes.isEmpty());

@@ -97,7 +97,6 @@ TEST_F(StartupTest, FirstStartTakesTheDefaultsAsksTheNameAndTidiesEverythingAway
     EXPECT_TRUE(window.close());
     EXPECT_TRUE(dialogs.boxes.isEmpty()) << "all saved and no log: no question";
     EXPECT_EQ(stored("ComPortNumber"), "1");
-    EXPECT_EQ(stored("DataLogging"), "True");
     EXPECT_FALSE(QDir(logDirectory).exists()) << "a clean exit leaves no log behind";
     EXPECT_EQ(GetAllSettings(App::Title(), "LogInfo"), (Rows{{"0", "0"}}));
 }
@@ -108,10 +107,7 @@ TEST_F(StartupTest, LoggingStoredAsZeroStartsWithLogOnOffered)
     window.settings.ReadSettings();
     driver.answerWith([](QDialog &form) { form.reject(); });
     start();
-    EXPECT_FALSE(window.settings.DataLogging);
     EXPECT_TRUE(window.toolbar.cmdLogOff->isChecked()) << "set by the first activation";
-    EXPECT_TRUE(window.close());
-    EXPECT_EQ(stored("DataLogging"), "False");
 }
 
 TEST_F(StartupTest, TheNameTakesLettersDigitsAndBlanksUpTo25)
