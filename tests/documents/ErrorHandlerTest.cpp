@@ -14,6 +14,7 @@
 #include <QStringList>
 
 #include <gtest/gtest.h>
+#include <tuple>
 
 namespace {
 
@@ -56,13 +57,7 @@ protected:
 
 TEST_F(ErrorHandlerTest, BoxCodesShowTheirWordsAndLogNothing)
 {
-    const struct
-    {
-        int code;
-        const char *caption;
-        int icon;
-        QString text;
-    } rows[] = {
+    const std::tuple<int, const char *, int, QString> rows[] = {
         {-25, "ERROR!", 48, "Cannot Load Print Setup dialog box."},
         {-22, "ERROR!", 0, kDataLost},
         {-21, "Ostrel MS", 0, "Log file is corapted"},
@@ -79,14 +74,14 @@ TEST_F(ErrorHandlerTest, BoxCodesShowTheirWordsAndLogNothing)
          "An error occurred during printing the chart recording.\rPlease try again.  If the "
          "problem persists, contact Zarvex technical support."},
     };
-    for (const auto &row : rows) {
+    for (const auto &[code, caption, icon, text] : rows) {
         dialogs.boxes.clear();
         (void)trapError([] { Raise(ErrorNumber::TypeMismatch); }); // the error in force for -20
-        handler.HandelError(row.code);
-        ASSERT_EQ(dialogs.boxes.size(), 1) << row.code;
-        EXPECT_EQ(dialogs.boxes[0].text, row.text) << row.code;
-        EXPECT_EQ(dialogs.boxes[0].title, row.caption) << row.code;
-        EXPECT_EQ(dialogs.boxes[0].icon(), row.icon) << row.code;
+        handler.HandelError(code);
+        ASSERT_EQ(dialogs.boxes.size(), 1) << code;
+        EXPECT_EQ(dialogs.boxes[0].text, text) << code;
+        EXPECT_EQ(dialogs.boxes[0].title, caption) << code;
+        EXPECT_EQ(dialogs.boxes[0].icon(), icon) << code;
     }
     EXPECT_EQ(dialogs.beeps, 0);
     EXPECT_FALSE(QFile::exists(ErrorHandler::logPath()));
@@ -103,12 +98,7 @@ TEST_F(ErrorHandlerTest, OutOfMemoryStopsRecordingThenLoggingAfterTheBox)
 
 TEST_F(ErrorHandlerTest, LogOnlyCodesBeepAndWriteTwoLinesWithDebugText)
 {
-    const struct
-    {
-        int code;
-        const char *text;
-        bool clearsSync;
-    } rows[] = {
+    const std::tuple<int, const char *, bool> rows[] = {
         {-13, "First Sync not found", false},
         {-12, "ERROR - Unknown data type.", true},
         {-11, "ERROR - Unknown data parameter.", true},
@@ -127,14 +117,14 @@ TEST_F(ErrorHandlerTest, LogOnlyCodesBeepAndWriteTwoLinesWithDebugText)
     QFile::remove(ErrorHandler::logPath());
     dialogs.beeps = 0;
     QStringList expected;
-    for (const auto &row : rows) {
+    for (const auto &[code, text, clearsSync] : rows) {
         link.ring().store(StreamBytes::pair(1.0f, 2.0f));
         link.TimerProcess_Timer();
         link.TimerProcess_Timer();
         ASSERT_TRUE(link.state().FirstSyncFound);
-        handler.HandelError(row.code);
-        EXPECT_EQ(link.state().FirstSyncFound, !row.clearsSync) << row.code;
-        expected << QString(row.text) + debugText;
+        handler.HandelError(code);
+        EXPECT_EQ(link.state().FirstSyncFound, !clearsSync) << code;
+        expected << QString(text) + debugText;
     }
     const QStringList lines = logEntries();
     QStringList messages;
