@@ -7,6 +7,7 @@
 #include <bit>
 #include <gtest/gtest.h>
 #include <random>
+#include <tuple>
 
 using namespace StreamBytes;
 
@@ -155,12 +156,7 @@ TEST_F(LinkTest, UnknownTypesAndLostSyncAreReportedButNotConsumed)
 TEST_F(LinkTest, ABlockIsDecodedOnlyOnceAllItsBytesAreThere)
 {
     // The bytes of one tick, the news it brings and the count of bytes then in the ring.
-    const struct
-    {
-        QByteArray bytes;
-        QStringList news;
-        int left;
-    } ticks[] = {
+    const std::tuple<QByteArray, QStringList, int> ticks[] = {
         {method("Step 1\tBuffer A\xB5\r\n") + method(""),
          {QString("M Step 1\tBuffer A") + QChar(0xB5) + "\r\n", "M "},
          0},
@@ -179,12 +175,12 @@ TEST_F(LinkTest, ABlockIsDecodedOnlyOnceAllItsBytesAreThere)
          0},
     };
     synchronise();
-    for (const auto &t : ticks) {
+    for (const auto &[bytes, brought, left] : ticks) {
         news.lines.clear();
-        feed(t.bytes);
+        feed(bytes);
         tick();
-        EXPECT_EQ(news.lines, t.news) << t.bytes.toHex().toStdString();
-        EXPECT_EQ(int(link.ring().ByteCount), t.left) << t.bytes.toHex().toStdString();
+        EXPECT_EQ(news.lines, brought) << bytes.toHex().toStdString();
+        EXPECT_EQ(int(link.ring().ByteCount), left) << bytes.toHex().toStdString();
     }
 }
 
