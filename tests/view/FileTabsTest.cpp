@@ -14,6 +14,8 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <tuple>
+
 namespace {
 
 const QString kDataFilter = "Quillchart Data(*.chd)|*.chd|All Files(*.*)|*.*";
@@ -67,6 +69,11 @@ protected:
     QTemporaryDir dir;
 };
 
+template <typename Case>
+class FileTabsCases : public FileTabsTest, public ::testing::WithParamInterface<Case>
+{
+};
+
 } // namespace
 
 TEST_F(FileTabsTest, FilesFillTabsUpToFourAndAFifthIsRefused)
@@ -95,31 +102,25 @@ TEST_F(FileTabsTest, FilesFillTabsUpToFourAndAFifthIsRefused)
     EXPECT_EQ(dialogs.fileDialogs.size(), 5) << "the dialog does not open";
 }
 
-struct SaveAsCase
-{
-    const char *name;
-    bool saveAsksAgain;
-};
-
-class SaveAsNames : public FileTabsTest, public ::testing::WithParamInterface<SaveAsCase>
-{
-};
+using SaveAsCase = std::pair<const char *, bool>; // the name, and whether Save asks again
+using SaveAsNames = FileTabsCases<SaveAsCase>;
 
 TEST_P(SaveAsNames, ALogNameIsNeverWrittenOverBySave)
 {
+    const auto &[name, saveAsksAgain] = GetParam();
     openFiles(1);
-    const QString target = path(GetParam().name);
+    const QString target = path(name);
     dialogs.files.push_back(target);
     window->mnuSaveDataAs_Click();
     EXPECT_EQ(shown(1), QStringList({"Save Data File As...", kDataFilter, "chd", path("f1.chd")}));
     EXPECT_EQ(dialogs.fileDialogs[1].Flags, 2054);
     EXPECT_EQ(captions()[1], "run");
-    EXPECT_EQ(window->TabChart->tabToolTip(1), GetParam().name);
+    EXPECT_EQ(window->TabChart->tabToolTip(1), name);
 
     QFile::remove(target);
     window->mnuSaveData_Click();
-    EXPECT_EQ(dialogs.fileDialogs.size(), GetParam().saveAsksAgain ? 3 : 2);
-    EXPECT_EQ(QFile::exists(target), !GetParam().saveAsksAgain);
+    EXPECT_EQ(dialogs.fileDialogs.size(), saveAsksAgain ? 3 : 2);
+    EXPECT_EQ(QFile::exists(target), !saveAsksAgain);
     EXPECT_EQ(window->tabs.ChartFileName[1], target) << "a cancelled Save As keeps the name";
 }
 
@@ -150,31 +151,24 @@ TEST_F(FileTabsTest, ALogTabSavesToANewDataFile)
     EXPECT_TRUE(QFile::exists(path("day.chd")));
 }
 
-struct CloseCase
-{
-    int files;
-    int closed;
-    QStringList after;
-};
-
-class Close : public FileTabsTest, public ::testing::WithParamInterface<CloseCase>
-{
-};
+using CloseCase = std::tuple<int, int, QStringList>; // files open, the tab closed, captions after
+using Close = FileTabsCases<CloseCase>;
 
 TEST_P(Close, FollowingTabsMoveLeftAndTheRecorderComesForward)
 {
-    openFiles(GetParam().files);
-    window->TabChart->setCurrentIndex(GetParam().closed);
+    const auto &[files, closed, after] = GetParam();
+    openFiles(files);
+    window->TabChart->setCurrentIndex(closed);
     window->toolbar.cmdClear->trigger();
-    EXPECT_EQ(captions(), QStringList{"Chart Recorder"} + GetParam().after);
-    EXPECT_EQ(window->tabs.ChartCount, GetParam().files);
+    EXPECT_EQ(captions(), QStringList{"Chart Recorder"} + after);
+    EXPECT_EQ(window->tabs.ChartCount, files);
     EXPECT_EQ(window->TabChart->currentIndex(), 0);
     for (int i = 1; i < window->tabs.ChartCount; ++i) {
         const int k = captions()[i].mid(1).toInt();
         EXPECT_NEAR(window->Chart[i]->GetLastTime(), 10 + k, 0.01) << "tab " << i << " reloaded";
         EXPECT_EQ(window->ScrollChart[i]->maximum(), k) << "and took the bar of its file";
     }
-    EXPECT_EQ(window->Chart[GetParam().files]->GetLastTime(), 0.0f);
+    EXPECT_EQ(window->Chart[files]->GetLastTime(), 0.0f);
     EXPECT_TRUE(dialogs.boxes.isEmpty());
 }
 
@@ -205,31 +199,23 @@ TEST_F(FileTabsTest, CloseCarriesUnsavedNotesOnAndStopsHalfWayAtAVanishedFile)
     EXPECT_EQ(window->tabs.ChartCount, 5) << "the last tab is not emptied";
 }
 
-struct ClearCase
-{
-    int answer;
-    const char *file;
-    bool cleared;
-};
-
-class Clear : public FileTabsTest, public ::testing::WithParamInterface<ClearCase>
-{
-};
+using ClearCase = std::tuple<int, const char *, bool>; // the answer, the file chosen, cleared
+using Clear = FileTabsCases<ClearCase>;
 
 TEST_P(Clear, UnsavedRecorderDataAreClearedOnlyAsAnswered)
 {
+    const auto &[answer, file, cleared] = GetParam();
     window->mnuStart_Click();
     recordMinutes(2.0);
     window->mnuStop_Click();
-    dialogs.answers = {GetParam().answer};
-    dialogs.files.push_back(GetParam().file[0] ? path(GetParam().file) : QString());
+    dialogs.answers = {answer};
+    dialogs.files.push_back(file[0] ? path(file) : QString());
     window->toolbar.cmdClear->trigger();
     EXPECT_EQ(dialogs.boxes.size(), 1);
-    EXPECT_EQ(window->Chart[0]->GetLastTime() == 0, GetParam().cleared);
-    EXPECT_EQ(window->tabs.ChartSaved[0],
-              GetParam().answer != MsgBoxResult::Cancel && GetParam().cleared);
+    EXPECT_EQ(window->Chart[0]->GetLastTime() == 0, cleared);
+    EXPECT_EQ(window->tabs.ChartSaved[0], answer != MsgBoxResult::Cancel && cleared);
     EXPECT_EQ(window->tabs.ChartFileName[0], "");
-    if (GetParam().cleared) {
+    if (cleared) {
         EXPECT_EQ(window->Chart[0]->ChartTitle() + window->FrameScaleAxis->txtChartTime->text(),
                   "Chart Recorder10");
     }
