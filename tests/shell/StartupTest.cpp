@@ -140,8 +140,7 @@ TEST_F(StartupTest, TheNameTakesLettersDigitsAndBlanksUpTo25)
     window.menu.mnuLogName->trigger();
     EXPECT_FALSE(okEnabled) << "an empty name cannot be confirmed";
     EXPECT_EQ(typed, "still asking");
-    EXPECT_EQ(window.logPlace.SystemName, "   ") << "Cancel keeps the old name";
-    EXPECT_TRUE(entry().startsWith("   |"));
+    EXPECT_TRUE(entry().startsWith("   |")) << "Cancel keeps the old name";
     EXPECT_TRUE(window.close());
 }
 
@@ -159,8 +158,6 @@ TEST_F(StartupTest, ExitAsksForTheLogAndForUnsavedChartsOfTheTabsInUse)
     EXPECT_EQ(dialogs.boxes[0].text, "Do you want to save the LOG file before exiting ");
     EXPECT_EQ(dialogs.boxes[0].style, MsgBoxStyle::YesNo | MsgBoxStyle::Question);
     EXPECT_EQ(dialogs.fileDialogs.size(), 1) << "Yes runs Save Log, here cancelled";
-    EXPECT_EQ(dialogs.boxes[1].text,
-              "Chart Recorder Data or opened Data is not saved.\rExit without save?");
     EXPECT_EQ(dialogs.boxes[1].title, "Data is not saved");
     EXPECT_EQ(dialogs.boxes[1].style,
               MsgBoxStyle::YesNo | MsgBoxStyle::Question | MsgBoxStyle::DefaultButton2);
