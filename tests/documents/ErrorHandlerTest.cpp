@@ -163,7 +163,7 @@ TEST_F(ErrorHandlerTest, OtherNumbersLogTheirDescription)
 TEST_F(ErrorHandlerTest, FullInputBufferIsReportedOnlyAbove32000Bytes)
 {
     Pty pty;
-    qputenv("OSTREL_COMPORTS", pty.slavePath().toLocal8Bit());
+    const ComPorts com({pty.slavePath()});
     // No receive events: the bytes stay in the input buffer.
     port.setRThreshold(0);
     port.setInBufferSize(40000);
@@ -182,7 +182,6 @@ TEST_F(ErrorHandlerTest, FullInputBufferIsReportedOnlyAbove32000Bytes)
     const QStringList lines = logEntries();
     ASSERT_EQ(lines.size(), 2);
     EXPECT_EQ(lines[1], "ERROR - Communication buffer full.");
-    qunsetenv("OSTREL_COMPORTS");
 }
 
 TEST_F(ErrorHandlerTest, UnwritableLogRaisesToTheCaller)
