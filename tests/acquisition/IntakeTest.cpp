@@ -42,15 +42,6 @@ void play(IntakeRig &rig, const QString &script)
     }
 }
 
-QString flags(std::initializer_list<std::pair<bool, const char *>> named)
-{
-    QStringList set;
-    for (const auto &[on, name] : named)
-        if (on)
-            set << name;
-    return set.join(' ');
-}
-
 /// What `chart` saves: its marks as "label@sample", the samples its method texts stand on, and
 /// the index of its last sample.
 std::array<QString, 3> contentOf(Quillchart &chart)
@@ -80,14 +71,15 @@ QHash<QString, QString> observed(IntakeRig &rig)
     const auto [marks, methods, last] = contentOf(rig.chart0);
     const auto [logMarks, logMethods, logLast] = contentOf(rig.chart5);
     const auto number = [](qint64 value) { return QString::number(value); };
+    const auto flag = [](bool on, const QString &name) { return on ? name + ' ' : QString(); };
     QStringList errors;
     for (const qint32 code : rig.errors.codes)
         errors << number(code);
     return {
-        {"state", flags({{in.Recording(), "recording"},
-                         {in.ChartRunActive(), "run"},
-                         {in.ChartPaused(), "paused"}})},
-        {"logState", flags({{in.LogRunActive(), "run"}, {in.LogPaused(), "paused"}})},
+        {"state", (flag(in.Recording(), "recording") + flag(in.ChartRunActive(), "run") +
+                   flag(in.ChartPaused(), "paused"))
+                      .trimmed()},
+        {"logState", (flag(in.LogRunActive(), "run") + flag(in.LogPaused(), "paused")).trimmed()},
         {"marks", marks},
         {"methods", methods},
         {"last", last},

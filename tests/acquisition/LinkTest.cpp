@@ -7,6 +7,7 @@
 #include <bit>
 #include <gtest/gtest.h>
 #include <random>
+#include <tuple>
 
 using namespace StreamBytes;
 
@@ -38,12 +39,6 @@ protected:
         tick();
         news.lines.clear();
         window.calls.clear();
-    }
-    /// Empties the ring of what a test left undecoded.
-    void drain()
-    {
-        link.ring().TakeIndex = link.ring().PutIndex;
-        link.ring().ByteCount = 0;
     }
 
     RecordedErrors errors;
@@ -145,7 +140,8 @@ TEST_F(LinkTest, UnknownTypesAndLostSyncAreReportedButNotConsumed)
         // The dump stops at the sync byte: the zeros of the block before, then 150.
         EXPECT_TRUE(reported[0].endsWith(" 0 0 0 0 150")) << reported[0].toStdString();
         EXPECT_EQ(int(link.ring().TakeIndex), take);
-        drain();
+        link.ring().TakeIndex = link.ring().PutIndex; // dropped, for the next type
+        link.ring().ByteCount = 0;
     }
     reported.clear();
 
@@ -160,12 +156,7 @@ TEST_F(LinkTest, UnknownTypesAndLostSyncAreReportedButNotConsumed)
 TEST_F(LinkTest, ABlockIsDecodedOnlyOnceAllItsBytesAreThere)
 {
     // The bytes of one tick, the news it brings and the count of bytes then in the ring.
-    const struct
-    {
-        QByteArray bytes;
-        QStringList news;
-        int left;
-    } ticks[] = {
+    const std::tuple<QByteArray, QStringList, int> ticks[] = {
         {method("Step 1\tBuffer A\xB5\r\n") + method(""),
          {QString("M Step 1\tBuffer A") + QChar(0xB5) + "\r\n", "M "},
          0},
@@ -184,12 +175,12 @@ TEST_F(LinkTest, ABlockIsDecodedOnlyOnceAllItsBytesAreThere)
          0},
     };
     synchronise();
-    for (const auto &t : ticks) {
+    for (const auto &[bytes, brought, left] : ticks) {
         news.lines.clear();
-        feed(t.bytes);
+        feed(bytes);
         tick();
-        EXPECT_EQ(news.lines, t.news) << t.bytes.toHex().toStdString();
-        EXPECT_EQ(int(link.ring().ByteCount), t.left) << t.bytes.toHex().toStdString();
+        EXPECT_EQ(news.lines, brought) << bytes.toHex().toStdString();
+        EXPECT_EQ(int(link.ring().ByteCount), left) << bytes.toHex().toStdString();
     }
 }
 

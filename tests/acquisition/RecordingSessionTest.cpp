@@ -34,29 +34,24 @@ protected:
 
 TEST_F(RecordingSessionTest, TickWithoutDataLosesTheLinkThenDoesWhatTheOperatorChose)
 {
-    struct Case
-    {
-        const char *button;
-        QStringList after;
-    };
-    const Case cases[] = {{"OK", {}}, {"Setup", {"ComPort"}}, {"Exit", {"Exit"}}};
-    for (const Case &c : cases) {
-        SCOPED_TRACE(c.button);
-        rig.window.calls.clear();
+    const std::pair<QPushButton * frmNoData::*, QStringList> cases[] = {
+        {&frmNoData::cmdOk, {}},
+        {&frmNoData::cmdSetup, {"ComPort"}},
+        {&frmNoData::cmdExit, {"Exit"}}};
+    int shown = 0;
+    for (const auto &[button, after] : cases) {
+        SCOPED_TRACE(shown);
         if (!rig.intake.Recording())
             rig.mnuStart_Click();
         rig.session.startWatchdog();
         rig.window.calls.clear();
-        driver.answerWith<frmNoData>([&](frmNoData &shown) {
+        driver.answerWith<frmNoData>([&](frmNoData &form) {
             EXPECT_FALSE(rig.link.state().FirstSyncFound) << "searching while the box is up";
-            QPushButton *button = QString(c.button) == "OK"      ? shown.cmdOk
-                                  : QString(c.button) == "Setup" ? shown.cmdSetup
-                                                                 : shown.cmdExit;
-            button->click();
+            (form.*button)->click();
         });
         rig.session.TimerCheckComData_Timer();
-        EXPECT_EQ(driver.showings(), int(&c - cases) + 1);
-        EXPECT_EQ(rig.window.calls, QStringList({"stopLogTimer", "Stop", "linkLost"}) + c.after)
+        EXPECT_EQ(driver.showings(), ++shown);
+        EXPECT_EQ(rig.window.calls, QStringList({"stopLogTimer", "Stop", "linkLost"}) + after)
             << "stopped before the commands go dark";
         EXPECT_FALSE(rig.intake.Recording());
         EXPECT_FALSE(rig.session.TimerCheckComData().isActive());

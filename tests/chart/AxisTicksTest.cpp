@@ -7,23 +7,18 @@
 #include <QSet>
 
 #include <gtest/gtest.h>
+#include <tuple>
 
 TEST(AxisTicks, StepIsTheSmallestRoundOneThatFits)
 {
-    const struct
-    {
-        double span;
-        int maxCount;
-        double step;
-    } cases[] = {
+    const std::tuple<double, int, double> cases[] = {
         {10.0, 10, 1.0},     {10.0, 4, 5.0},        {2.2, 10, 0.5},   {500.0, 8, 100.0},
         {1440.0, 12, 200.0}, {10080.0, 14, 1000.0}, {0.01, 5, 0.002}, {1.0, 10, 0.1},
         {3.0, 1, 5.0},       {0.0, 10, 0.0},
     };
-    for (const auto &c : cases) {
-        SCOPED_TRACE(testing::Message() << c.span << " in " << c.maxCount);
-        EXPECT_NEAR(AxisTicks::roundStep(c.span, c.maxCount), c.step, c.step * 1e-9);
-    }
+    for (const auto &[span, maxCount, step] : cases)
+        EXPECT_NEAR(AxisTicks::roundStep(span, maxCount), step, step * 1e-9)
+            << span << " in " << maxCount;
 }
 
 namespace {

@@ -10,10 +10,12 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QLocale>
 #include <QSettings>
 
 #include <gtest/gtest.h>
+#include <tuple>
 
 namespace {
 
@@ -78,46 +80,40 @@ TEST_F(SettingsTest, StoredValuesAreReadAndWrittenBackInTheirOwnForms)
 
 TEST_F(SettingsTest, LoggingFlagTakesWordsInAnyCaseAndAnyNumber)
 {
-    const struct
-    {
-        const char *text;
-        bool value;
-    } rows[] = {{"True", true}, {"false", false}, {"FALSE", false}, {"-1", true},
-                {"2.5", true},  {"0.0", false},   {" True ", true}};
-    for (const auto &row : rows) {
-        store("DataLogging", row.text);
-        settings.DataLogging = !row.value;
+    const std::pair<const char *, bool> rows[] = {
+        {"True", true}, {"false", false}, {"FALSE", false}, {"-1", true},
+        {"2.5", true},  {"0.0", false},   {" True ", true}};
+    for (const auto &[text, value] : rows) {
+        store("DataLogging", text);
+        settings.DataLogging = !value;
         settings.ReadSettings();
-        EXPECT_EQ(settings.DataLogging, row.value) << row.text;
+        EXPECT_EQ(settings.DataLogging, value) << text;
     }
 }
 
 TEST_F(SettingsTest, ValueThatDoesNotConvertShowsTheBoxAndDefaultsEverything)
 {
-    const struct
-    {
-        const char *key;
-        const char *text;
-        const char *description;
-    } rows[] = {{"ComPortNumber", "40000", "Overflow"},
-                {"ComPortNumber", "three", "Type mismatch"},
-                {"DataLogging", "Yes", "Type mismatch"},
-                {"DataFileSizeHours", "", "Type mismatch"}};
-    for (const auto &row : rows) {
+    // The key, its text and the description of the error it raises.
+    const std::tuple<const char *, const char *, const char *> rows[] = {
+        {"ComPortNumber", "40000", "Overflow"},
+        {"ComPortNumber", "three", "Type mismatch"},
+        {"DataLogging", "Yes", "Type mismatch"},
+        {"DataFileSizeHours", "", "Type mismatch"}};
+    for (const auto &[key, text, description] : rows) {
         DeleteSetting(App::Title(), kOptions);
         store("ComPortNumber", "5");
         store("DataLogging", "False");
         store("DataFileSizeHours", "6");
-        store(row.key, row.text);
+        store(key, text);
         dialogs.boxes.clear();
 
         settings.ReadSettings();
-        ASSERT_EQ(dialogs.boxes.size(), 1) << row.key << " = " << row.text;
-        EXPECT_TRUE(dialogs.boxes[0].text.contains(row.description));
+        ASSERT_EQ(dialogs.boxes.size(), 1) << key << " = " << text;
+        EXPECT_TRUE(dialogs.boxes[0].text.contains(description));
         EXPECT_EQ(settings.ComPortNumber, 1) << "also a value read before the failure";
         EXPECT_TRUE(settings.DataLogging);
         EXPECT_EQ(settings.DataFileSizeHours, 24.0);
-        EXPECT_EQ(stored(row.key), row.text) << "the bad text stays until the next save";
+        EXPECT_EQ(stored(key), text) << "the bad text stays until the next save";
     }
 }
 
@@ -159,17 +155,11 @@ TEST_F(SettingsTest, OnlyTheFirstCopyWritesTheStore)
 TEST_F(SettingsTest, HoursUseTheSystemsDecimalSeparatorAlsoWhenEditedByHand)
 {
     QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
-    QSettings file(QSettings::IniFormat, QSettings::UserScope, App::Title(), App::Title());
-    const QString path = file.fileName();
-    file.setValue("Options/DataFileSizeHours", "0");
-    file.sync();
     // An editor writes the comma bare, where the store would quote it.
-    QFile ini(path);
-    ASSERT_TRUE(ini.open(QIODevice::ReadOnly));
-    const QByteArray text = ini.readAll().replace("DataFileSizeHours=0", "DataFileSizeHours=1,5");
-    ini.close();
-    ASSERT_TRUE(ini.open(QIODevice::WriteOnly | QIODevice::Truncate));
-    ini.write(text);
+    QFile ini(QSettings(QSettings::IniFormat, QSettings::UserScope, App::Title(), App::Title())
+                  .fileName());
+    ASSERT_TRUE(QDir().mkpath(QFileInfo(ini).path()) && ini.open(QIODevice::Append));
+    ini.write("\n[Options]\nDataFileSizeHours=1,5\n");
     ini.close();
     settings.ReadSettings();
     EXPECT_TRUE(dialogs.boxes.isEmpty());

@@ -15,6 +15,7 @@
 #include <bit>
 #include <cmath>
 #include <gtest/gtest.h>
+#include <tuple>
 
 namespace {
 
@@ -184,33 +185,28 @@ TEST_F(ExportTool, BadOptionsGiveExitTwoNamingTheOptionAndWriteNothing)
     RunContent::grow(chart, {}, {3001, 2, 1});
     ASSERT_TRUE(chart.SaveDataFile(path("run.chd")));
     ASSERT_TRUE(QFile::link(path("run.chd"), path("link.txt")));
-    const struct
-    {
-        QStringList arguments;
-        const char *named;
-        int exitCode = 2;
-    } cases[] = {
-        {{"--to", "1e6"}, "--to"},
-        {{"--to", "nan"}, "--to"},
-        {{"--to", "10.01"}, "--to"},
-        {{"--from", "inf"}, "--from"},
-        {{"--from", "-1"}, "--from"},
-        {{"--from", "10.01"}, "--from"},
-        {{"--from", "5", "--to", "4"}, "--to"},
-        {{"--rate", "9"}, "--rate"},
-        {{"--rate", "0"}, "--rate"},
-        {{"--method-position", "top"}, "--method-position"},
+    // The arguments, the word the complaint names, the exit code.
+    const std::tuple<QStringList, const char *, int> cases[] = {
+        {{"--to", "1e6"}, "--to", 2},
+        {{"--to", "nan"}, "--to", 2},
+        {{"--to", "10.01"}, "--to", 2},
+        {{"--from", "inf"}, "--from", 2},
+        {{"--from", "-1"}, "--from", 2},
+        {{"--from", "10.01"}, "--from", 2},
+        {{"--from", "5", "--to", "4"}, "--to", 2},
+        {{"--rate", "9"}, "--rate", 2},
+        {{"--rate", "0"}, "--rate", 2},
+        {{"--method-position", "top"}, "--method-position", 2},
         {{"run.chd", "./run.chd"}, "OUTPUT", 1},
         {{"run.chd", path("link.txt")}, "OUTPUT", 1},
-        {{}, "input"},
-    };
-    for (const auto &c : cases) {
-        QStringList arguments = c.arguments;
+        {{}, "input", 2}};
+    for (const auto &[given, named, exitCode] : cases) {
+        QStringList arguments = given;
         if (!arguments.contains("run.chd") && !arguments.isEmpty())
             arguments += {"run.chd", "out.txt"};
         const Result result = run(arguments, 60000, m_dir.path());
-        EXPECT_EQ(result.exitCode, c.exitCode) << arguments.join(' ').toStdString();
-        EXPECT_TRUE(result.err.contains(c.named)) << result.err.toStdString();
+        EXPECT_EQ(result.exitCode, exitCode) << arguments.join(' ').toStdString();
+        EXPECT_TRUE(result.err.contains(named)) << result.err.toStdString();
         EXPECT_FALSE(QFile::exists(path("out.txt")));
     }
     const auto input = RunContent::readRunFile(path("run.chd"));

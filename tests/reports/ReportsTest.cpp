@@ -18,6 +18,7 @@
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
+#include <tuple>
 
 namespace {
 
@@ -117,26 +118,19 @@ protected:
 
 TEST_F(Reports, PointCountFollowsRangeAndRateWithTheHalfTyingToEven)
 {
-    struct Case
-    {
-        int pairs;
-        const char *rate;
-        float zoomFrom, zoomTo;
-        int region;
-        int points;
-    };
-    const Case cases[] = {
+    // Pairs recorded, rate, zoom, region (0: the zoom, 1: everything), points.
+    const std::tuple<int, const char *, float, float, int, int> cases[] = {
         {0, "1", 0, 10, 1, 0},     {3001, "1", 0, 10, 1, 600}, {30001, "0.0333", 0, 10, 1, 200},
         {306, "1", 0, 10, 1, 62},  {3001, "5", 2, 5, 0, 900},  {3001, "1", 9, 30, 0, 60},
         {3001, "1", 20, 30, 0, 0},
     };
-    for (const Case &c : cases) {
-        SCOPED_TRACE(testing::Message() << c.pairs << " pairs at " << c.rate << "/s");
+    for (const auto &[pairs, rate, from, to, region, points] : cases) {
         chart.ClearData();
-        record(c.pairs);
-        zoomFrom = c.zoomFrom;
-        zoomTo = c.zoomTo;
-        EXPECT_EQ(exportAt(QString::fromLatin1(c.rate), c.region, {}), c.points);
+        record(pairs);
+        zoomFrom = from;
+        zoomTo = to;
+        EXPECT_EQ(exportAt(QString::fromLatin1(rate), region, {}), points)
+            << pairs << " at " << rate;
     }
 }
 
@@ -182,37 +176,32 @@ TEST_F(Reports, SpreadsheetReadsThePairsTheRateSelects)
 
 TEST_F(Reports, ChromatogramBoxLeadsAndFollowsItsTracesAndOkNeedsSomething)
 {
-    struct Case
-    {
-        const char *clicks;
-        const char *ticks;
-        qint32 traceFlags; // -1: OK is off
-    };
-    const Case cases[] = {
+    // Clicks, the boxes then ticked, the trace flags chosen (-1: OK is off).
+    const std::tuple<const char *, const char *, qint32> cases[] = {
         {"", "111111", 7},     {"U", "101111", 3},      {"UKE", "000011", 0},
         {"C", "000011", 0},    {"CC", "111111", 7},     {"CK", "101011", 2},
         {"NMC", "000000", -1}, {"NMUKE", "000000", -1}, {"NMCE", "100100", 1},
     };
-    for (const Case &c : cases) {
-        SCOPED_TRACE(c.clicks);
+    for (const auto &[clicks, ticked, traceFlags] : cases) {
+        SCOPED_TRACE(clicks);
         PrintChoice choice;
         frmPrint form(
             chart, choice, [] {}, nullptr);
         form.show();
-        for (QChar letter : QString::fromLatin1(c.clicks))
+        for (QChar letter : QString::fromLatin1(clicks))
             box(form, letter)->click();
         QString ticks;
         for (QChar letter : kLetters)
             ticks += box(form, letter)->isChecked() ? QLatin1Char('1') : QLatin1Char('0');
-        EXPECT_EQ(ticks, QString::fromLatin1(c.ticks));
-        EXPECT_EQ(form.cmdOk->isEnabled(), c.traceFlags >= 0);
-        if (c.traceFlags < 0) {
+        EXPECT_EQ(ticks, QString::fromLatin1(ticked));
+        EXPECT_EQ(form.cmdOk->isEnabled(), traceFlags >= 0);
+        if (traceFlags < 0) {
             EXPECT_EQ(form.focusWidget(), form.cmdCancel);
             continue;
         }
         form.cmdOk->click();
         EXPECT_FALSE(choice.PrintCancelled);
-        EXPECT_EQ(choice.PrintTraceFlags, c.traceFlags);
+        EXPECT_EQ(choice.PrintTraceFlags, traceFlags);
     }
 }
 

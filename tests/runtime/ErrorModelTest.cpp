@@ -2,7 +2,6 @@
 #include "runtime/Application.h"
 #include "runtime/ComDlg.h"
 #include "runtime/Int16.h"
-#include "runtime/MsgBox.h"
 #include "runtime/RuntimeError.h"
 
 #include <QTimer>
@@ -49,14 +48,6 @@ TEST(CommonDialog, CancelEmptiesTheNameAndRaisesOnlyWithCancelError)
     dialog.ShowSave();
     EXPECT_EQ(dialog.FileName, "/tmp/run 7.chd");
     EXPECT_EQ(dialog.FileTitle, "run 7.chd");
-}
-
-TEST(MessageBoxes, UntitledBoxBearsTheProgramsTitle)
-{
-    ScriptedDialogs dialogs;
-    EXPECT_EQ(MsgBox("Done", MsgBoxStyle::Exclamation), MsgBoxResult::Ok);
-    ASSERT_EQ(dialogs.boxes.size(), 1);
-    EXPECT_EQ(dialogs.boxes[0].title, "Ostrel MS") << "an untitled box bears the program's title";
 }
 
 namespace {

@@ -8,6 +8,7 @@
 #include <cmath>
 #include <gtest/gtest.h>
 #include <limits>
+#include <tuple>
 
 namespace {
 
@@ -25,26 +26,18 @@ TEST(Int16, ArithmeticPastTheRangeRaisesOverflow)
     Int16 bottom = -32768;
     EXPECT_EQ(trapError([&] { ++top; }), ErrorNumber::Overflow);
     EXPECT_EQ(trapError([&] { bottom -= 1; }), ErrorNumber::Overflow);
-    EXPECT_EQ(trapError([&] {
-                  Int16 wide = 40000;
-                  (void)wide;
-              }),
-              ErrorNumber::Overflow);
+    EXPECT_EQ(trapError([] { (void)Int16(40000); }), ErrorNumber::Overflow);
     EXPECT_EQ(int(top), 32767) << "a failed step leaves the value as it was";
 }
 
 TEST(Rounding, HalvesGoToTheEvenNeighbour)
 {
-    const struct
-    {
-        double value;
-        int expected;
-    } rows[] = {{0.5, 0},    {1.5, 2},         {2.5, 2},          {3.5, 4},
-                {-0.5, 0},   {-1.5, -2},       {-2.5, -2},        {2.4999, 2},
-                {2.5001, 3}, {32767.4, 32767}, {-32768.5, -32768}};
-    for (const auto &row : rows) {
-        EXPECT_EQ(int(CInt(row.value)), row.expected) << row.value;
-        EXPECT_EQ(CLng(row.value), row.expected) << row.value;
+    const std::pair<double, int> rows[] = {
+        {0.5, 0},   {1.5, 2},    {2.5, 2},    {3.5, 4},         {-0.5, 0},         {-1.5, -2},
+        {-2.5, -2}, {2.4999, 2}, {2.5001, 3}, {32767.4, 32767}, {-32768.5, -32768}};
+    for (const auto &[value, expected] : rows) {
+        EXPECT_EQ(int(CInt(value)), expected) << value;
+        EXPECT_EQ(CLng(value), expected) << value;
     }
     EXPECT_EQ(CLng(2147483647.4), 2147483647);
     EXPECT_EQ(CLng(1e6 + 0.5), 1000000);
@@ -62,13 +55,8 @@ TEST(Rounding, OutOfRangeOrNonFiniteRaisesOverflow)
 
 TEST(Format, FixedPatternsUseTheLocaleSeparator)
 {
-    const struct
-    {
-        double value;
-        const char *pattern;
-        const char *point;
-        const char *comma;
-    } rows[] = {
+    // Value, pattern, text with a decimal point, text with a decimal comma.
+    const std::tuple<double, const char *, const char *, const char *> rows[] = {
         {2.0, "0.000", "2.000", "2,000"},
         {-0.2, "0.000", "-0.200", "-0,200"},
         {500.0, "0.0", "500.0", "500,0"},
@@ -78,13 +66,11 @@ TEST(Format, FixedPatternsUseTheLocaleSeparator)
         {1234.5678, "0.000", "1234.568", "1234,568"},
         {7.5, "0", "8", "8"},
     };
-    for (const auto &row : rows)
-        EXPECT_EQ(Format(row.value, QLatin1String(row.pattern)), QLatin1String(row.point))
-            << row.value << " " << row.pattern;
+    for (const auto &[value, pattern, point, comma] : rows)
+        EXPECT_EQ(Format(value, QLatin1String(pattern)), QLatin1String(point)) << pattern;
     LocaleScope german(QLocale::German);
-    for (const auto &row : rows)
-        EXPECT_EQ(Format(row.value, QLatin1String(row.pattern)), QLatin1String(row.comma))
-            << row.value << " " << row.pattern;
+    for (const auto &[value, pattern, point, comma] : rows)
+        EXPECT_EQ(Format(value, QLatin1String(pattern)), QLatin1String(comma)) << pattern;
     EXPECT_EQ(DecimalPoint(), QLatin1Char(','));
 }
 

@@ -26,7 +26,8 @@ Pty::Pty()
 
 Pty::~Pty()
 {
-    closeMaster();
+    if (m_master >= 0)
+        ::close(m_master);
     if (m_slaveKeeper >= 0)
         ::close(m_slaveKeeper);
 }
@@ -43,13 +44,6 @@ bool Pty::write(const QByteArray &bytes)
         done += n;
     }
     return true;
-}
-
-void Pty::closeMaster()
-{
-    if (m_master >= 0)
-        ::close(m_master);
-    m_master = -1;
 }
 
 ComPorts::ComPorts(const QStringList &devices)

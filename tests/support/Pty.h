@@ -17,8 +17,6 @@ public:
     [[nodiscard]] QString slavePath() const { return m_slavePath; }
     /// Writes all bytes to the master; false on failure.
     bool write(const QByteArray &bytes);
-    /// Closes the master: the slave then reports a hang-up.
-    void closeMaster();
 
 private:
     int m_master = -1;

@@ -21,7 +21,6 @@ public:
         int style;
         QString title;
         [[nodiscard]] int icon() const { return style & 0x70; }
-        [[nodiscard]] int buttons() const { return style & 7; }
     };
 
     ScriptedDialogs();
