@@ -45,7 +45,7 @@ TEST_F(RecordingSessionTest, TickWithoutDataLosesTheLinkThenDoesWhatTheOperatorC
             rig.mnuStart_Click();
         rig.session.startWatchdog();
         rig.window.calls.clear();
-        driver.answerWith<frmNoData>([&](frmNoData &form) {
+        driver.answerWith<frmNoData>([&, button = button](frmNoData &form) {
             EXPECT_FALSE(rig.link.state().FirstSyncFound) << "searching while the box is up";
             (form.*button)->click();
         });
