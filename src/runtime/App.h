@@ -2,7 +2,7 @@
 
 #include <QString>
 
-/// The application object of the original platform.
+/// What the program knows of itself: its title, its data folder, and whether another copy runs.
 namespace App {
 /// Where the program keeps its data (the Log folder, ChartErr.log): the per-user application
 /// data directory, created on first use, since the program's own folder is not writable.

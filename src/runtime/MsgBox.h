@@ -4,7 +4,7 @@
 
 class ComDlg;
 
-/// Styles and answers of MsgBox, with the original platform's numbers.
+/// Styles and answers of MsgBox, by the numbers the program's routines pass and compare.
 namespace MsgBoxStyle {
 constexpr int OkOnly = 0;
 constexpr int OkCancel = 1;

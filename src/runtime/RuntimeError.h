@@ -5,7 +5,7 @@
 #include <exception>
 #include <utility>
 
-/// A numbered run-time error, as the original platform raised them.
+/// A numbered run-time error: a failing statement raises one, and the number says what failed.
 class RuntimeError : public std::exception
 {
 public:
